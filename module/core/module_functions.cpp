@@ -139,6 +139,60 @@ PyObject* getEnvVar(PyObject*, PyObject* args) {
     return textOrNone(value.get());
 }
 
+// The default of a shader parameter, by its value type: int, float, vector or colour (3
+// floats), matrix (16 floats), string; None for the others.
+PyObject* oslDefault(const ToviOSLParameter& parameter) {
+    auto floats = [&](int count) {
+        PyObject* tuple = PyTuple_New(count);
+        for (int index = 0; tuple && index < count; ++index) {
+            PyObject* number = PyFloat_FromDouble(parameter.defaultFloats[index]);
+            if (!number) {
+                Py_CLEAR(tuple);
+                break;
+            }
+            PyTuple_SET_ITEM(tuple, index, number);
+        }
+        return tuple;
+    };
+    switch (parameter.type) {
+        case 0: return PyLong_FromLong(parameter.defaultInt);
+        case 1: return PyFloat_FromDouble(parameter.defaultFloats[0]);
+        case 4:
+        case 5: return floats(3);
+        case 7: return floats(16);
+        case 9: return textOrNone(parameter.defaultString);
+        default: Py_RETURN_NONE;
+    }
+}
+
+PyObject* oslParameterDictionary(const ToviOSLParameter& parameter) {
+    return Py_BuildValue("{s:s,s:i,s:O,s:i,s:N}", "name", parameter.name ? parameter.name : "", "type", parameter.type,
+                         "isOutput", parameter.isOutput ? Py_True : Py_False, "arrayLength", parameter.arrayLength,
+                         "default", oslDefault(parameter));
+}
+
+PyObject* getOSLParameters(PyObject*, PyObject* args) {
+    const char* source = nullptr;
+    if (!PyArg_ParseTuple(args, "s", &source) || requireSdk() < 0) return nullptr;
+    SdkBlock<ToviOSLParameter> parameters;
+    SdkCharString errorText;
+    int count;
+    {
+        // Reading the parameters compiles the shader.
+        ReleasedGil unlocked;
+        count = SdkApi.Tovi_getOSLParameters(source, parameters.out(), errorText.out());
+    }
+    if (count < 0) return errorText.length() ? raiseSdkErrorText(errorText) : raiseSdkBroken();
+    PyRef list(PyList_New(count));
+    if (!list) return nullptr;
+    for (int index = 0; index < count; ++index) {
+        PyObject* parameter = parameters ? oslParameterDictionary(parameters.get()[index]) : nullptr;
+        if (!parameter) return PyErr_Occurred() ? nullptr : raiseSdkBroken();
+        PyList_SET_ITEM(list.get(), index, parameter);
+    }
+    return list.release();
+}
+
 const char* hostStatusText(int32_t status) {
     switch (status) {
         case TOVI_DR_HOST_ERROR_RESOLVE: return "Error Resolve";
@@ -370,6 +424,7 @@ PyMethodDef moduleFunctions[] = {
     {"isDR2", isDR2, METH_NOARGS,
      "Returns true, if Tovi is built with DR2 - Distributed Rendering generation 2.\n"
      "Returns false, in case of a DR1 build."},
+    {"getOSLParameters", getOSLParameters, METH_VARARGS, nullptr},
     {"setEnvVar", setEnvVar, METH_VARARGS, nullptr},
     {"getEnvVar", getEnvVar, METH_VARARGS, nullptr},
     {"checkDRHost", checkDRHost, METH_VARARGS, nullptr},

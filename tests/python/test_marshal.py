@@ -28,3 +28,16 @@ def test_device_list_of_a_bad_record_size_is_refused(sdk):
     free.argtypes = [ctypes.c_void_p]
     free(pointer)
     assert sdk.live("blocks") == blocks
+
+
+def test_sdk_error_text_becomes_the_exception_message(sdk):
+    texts = sdk.live("texts")
+    for _ in range(100):
+        try:
+            tovi.getOSLParameters("shader glow(output color Cout = 1) {}")
+        except Exception as error:  # the base type, not a subclass
+            assert type(error) is Exception
+            assert str(error) == "Not supported by the reference SDK yet."
+        else:
+            raise AssertionError("the reference SDK cannot compile shaders yet")
+    assert sdk.live("texts") == texts
