@@ -173,3 +173,13 @@ def test_every_load_counts_one_module_reference(sdk):
     assert tovi.getAPIVersion()
     tovi.setSDKLibraryPath(str(bundled_library().parent))
     assert sdk.moduleReferenceCount() == before + 2
+
+
+def test_accepting_a_library_that_did_not_load_answers_through_stubs():
+    result = run_python(SDK_CALLS + """
+accepted = tovi.setSDKLibraryPath("/no/such/folder", True)
+print(json.dumps([accepted, attempt(tovi.getAPIVersion), attempt(tovi.isDR2), attempt(tovi.getToviVersionDetails),
+                  attempt(tovi.getComputeDevicesCUDA), attempt(lambda: tovi.setComputeDevicesCUDA([0])),
+                  tovi.getSDKLibraryErrorString().startswith("Error loading SDK Library. [")]))""")
+    assert result == [False, ["ok", "(0, 0, 0)"], ["ok", "False"], ["ok", "''"],
+                      ["RuntimeError", "An error occurred while listing devices."], ["ok", "False"], True]
