@@ -17,6 +17,12 @@ int requireSdk() {
     return -1;
 }
 
+PyObject* replaceError(PyObject* type, const char* message) {
+    PyErr_Clear();
+    PyErr_SetString(type, message);
+    return nullptr;
+}
+
 PyObject* raiseImageOperationFailed() {
     PyErr_SetString(PyExc_RuntimeError, "Image operation failed.");
     return nullptr;
@@ -37,11 +43,7 @@ PyObject* raisePropertyAccessError(PyObject* type, const char* name) {
     return nullptr;
 }
 
-PyObject* raiseSdkErrorText(const SdkCharString& text) {
-    PyErr_Clear();
-    PyErr_SetString(PyExc_Exception, text.text());
-    return nullptr;
-}
+PyObject* raiseSdkErrorText(const SdkCharString& text) { return replaceError(PyExc_Exception, text.text()); }
 
 PyObject* raiseSdkBroken() {
     PyErr_SetString(PyExc_RuntimeError, "Internal error (the SDK is broken)");

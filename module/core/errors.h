@@ -13,6 +13,9 @@ int requireSdk();
 // ImportError with the load report.
 PyObject* raiseSdkLoadError();
 
+// Replaces whatever error is pending (the argument parser's, typically) with `type(message)`.
+PyObject* replaceError(PyObject* type, const char* message);
+
 PyObject* raiseImageOperationFailed();
 PyObject* raisePropertyNameNotText();
 // KeyError(name) for KeyError, otherwise `type` with the property access message.

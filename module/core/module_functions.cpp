@@ -111,9 +111,7 @@ PyObject* setEnvVar(PyObject*, PyObject* args) {
     const char* name = nullptr;
     PyObject* value = nullptr;
     if (!PyArg_ParseTuple(args, "s|O", &name, &value)) {
-        PyErr_Clear();
-        PyErr_SetString(PyExc_TypeError, "You must specify a var name and optionally a string value.");
-        return nullptr;
+        return replaceError(PyExc_TypeError, "You must specify a var name and optionally a string value.");
     }
     const char* text = nullptr;
     if (value && value != Py_None) {
@@ -130,9 +128,7 @@ PyObject* setEnvVar(PyObject*, PyObject* args) {
 PyObject* getEnvVar(PyObject*, PyObject* args) {
     const char* name = nullptr;
     if (!PyArg_ParseTuple(args, "s", &name)) {
-        PyErr_Clear();
-        PyErr_SetString(PyExc_TypeError, "You must specify a var name string.");
-        return nullptr;
+        return replaceError(PyExc_TypeError, "You must specify a var name string.");
     }
     if (requireSdk() < 0) return nullptr;
     SdkBlock<char> value(SdkApi.Tovi_getEnvironmentVariable(name));
@@ -240,9 +236,7 @@ PyObject* hostCheckDictionary(const ToviDRHostCheck& check) {
 PyObject* checkDRHost(PyObject*, PyObject* args) {
     const char* host = nullptr;
     if (!PyArg_ParseTuple(args, "s", &host)) {
-        PyErr_Clear();
-        PyErr_SetString(PyExc_TypeError, "Missing 'hostName' or 'host:port' argument.");
-        return nullptr;
+        return replaceError(PyExc_TypeError, "Missing 'hostName' or 'host:port' argument.");
     }
     if (requireSdk() < 0) return nullptr;
     SdkBlock<ToviDRHostCheck> check;
@@ -346,10 +340,7 @@ PyObject* selectDevices(PyObject* args, DeviceSelectionEntry entry) {
     constexpr const char* expectedList =
         "Expected a list of device indices to use (matching the indices of devices returned by getComputeDevices).";
     PyObject* list = nullptr;
-    if (!PyArg_ParseTuple(args, "O", &list)) {
-        PyErr_Clear();
-        return typeError(expectedList);
-    }
+    if (!PyArg_ParseTuple(args, "O", &list)) return replaceError(PyExc_TypeError, expectedList);
     if (!PyList_Check(list)) return typeError(expectedList);
     Py_ssize_t count = PyList_GET_SIZE(list);
     if (count > INT_MAX) return typeError(expectedList);
