@@ -113,11 +113,6 @@ TOVI_API ToviDRHostCheck* Tovi_checkDRHost(const char* host) {
 // Not built yet: these answer their failure values.
 
 TOVI_API int Tovi_encodeBRDFScannedParams(const ToviBRDFScannedParams* params, int32_t** words) { return -1; }
-TOVI_API int Tovi_getBlackBodyColorRGB(float* rgb, float temperature, int colorSpace) { return 0; }
-TOVI_API float Tovi_getBlackBodyClosestTemperature(const float* rgb, float* closestRgb, int colorSpace) {
-    return -1.0f;
-}
-TOVI_API int Tovi_getRGBtoRGBMatrix(int srcColorSpace, int dstColorSpace, float* matrix) { return -1; }
 TOVI_API int Tovi_getPropertyByteArray(ToviRenderer* renderer, const char* pluginName, const char* propertyName, uint8_t** bytes, size_t* size, double time) {
     return -1;
 }
