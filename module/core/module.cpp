@@ -5,6 +5,10 @@
 #include "core/language.h"
 #include "core/repr_strings.h"
 #include "core/sdk_loader.h"
+#include "values/color.h"
+#include "values/matrix.h"
+#include "values/transform.h"
+#include "values/vector.h"
 
 #ifdef _WIN32
 #include <windows.h>
@@ -16,6 +20,11 @@ namespace {
 
 // Every type of the module, in the order it is readied.
 PyTypeObject* const typesInReadyOrder[] = {
+    &ColorType,
+    &AColorType,
+    &VectorType,
+    &MatrixType,
+    &TransformType,
     &LanguageType,
 };
 
@@ -26,6 +35,11 @@ struct ModuleType {
 
 // The types the module exposes, under their names and aliases, in the order they are added.
 const ModuleType moduleTypes[] = {
+    {"Color", &ColorType},
+    {"AColor", &AColorType},
+    {"Vector", &VectorType},
+    {"Matrix", &MatrixType},
+    {"Transform", &TransformType},
     {"Language", &LanguageType},
 };
 
@@ -124,10 +138,12 @@ PyObject* initModule() {
     for (PyTypeObject* type : typesInReadyOrder) {
         if (PyType_Ready(type) < 0) return nullptr;
     }
+    if (addMatrixClassAttributes() < 0) return nullptr;
     if (fillLanguageConstants() < 0) return nullptr;
 
     PyObject* module = PyModule_Create2(&moduleDefinition, 1013);
     if (!module) return nullptr;
+    addColorSpaceConstants();
 
     for (const ModuleType& entry : moduleTypes) {
         Py_INCREF(entry.type);

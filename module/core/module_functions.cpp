@@ -9,6 +9,8 @@
 #include "core/module.h"
 #include "core/repr_strings.h"
 #include "core/sdk_loader.h"
+#include "values/color.h"
+#include "values/vector.h"
 
 namespace tovi {
 
@@ -76,6 +78,8 @@ PyObject* enableFrameBuffer(PyObject*, PyObject* args) {
 
 PyObject* close(PyObject*, PyObject*) {
     releaseReprStrings();
+    releaseVectorDefault();
+    releaseColorDefaults();
     PyGC_Collect();
     unloadSdkLibrary(true);
     Py_RETURN_NONE;

@@ -204,3 +204,11 @@ def test_device_selection_errors(sdk, argument, message):
     with pytest.raises(TypeError) as error:
         tovi.setComputeDevicesCUDA()
     assert str(error.value).startswith("Expected a list of device indices")
+
+
+def test_close_drops_the_cached_default_values():
+    vector, color, acolor = tovi.Vector(), tovi.Color(), tovi.AColor()
+    assert tovi.Vector() is vector and tovi.Color() is color and tovi.AColor() is acolor
+    tovi.close()
+    assert tovi.Vector() is not vector and tovi.Color() is not color and tovi.AColor() is not acolor
+    assert tovi.Vector() == vector and tovi.AColor() == acolor
