@@ -1,5 +1,7 @@
 #include "core/callback.h"
 
+#include "core/marshal.h"
+
 namespace tovi {
 
 int storeCallback(PyObject** slot, PyObject* callable) {
@@ -24,13 +26,13 @@ void reportCallbackException(PyObject* callable) {
         PyErr_Clear();
         return;
     }
-    // The header goes to sys.stderr (the process's standard error when sys.stderr is missing);
-    // the pending exception is kept aside while the callable's repr is written.
-    PyObject *type, *value, *traceback;
-    PyErr_Fetch(&type, &value, &traceback);
-    PySys_FormatStderr("Unhandled exception in callback %R\n", callable);
-    PyErr_Clear();
-    PyErr_Restore(type, value, traceback);
+    {
+        // The header goes to sys.stderr (the process's standard error when sys.stderr is
+        // missing) while the exception waits to be printed after it.
+        PendingError pending;
+        PySys_FormatStderr("Unhandled exception in callback %R\n", callable);
+        PyErr_Clear();
+    }
     PyErr_PrintEx(0);
 }
 

@@ -15,6 +15,11 @@ PyObject* raiseSdkLoadError();
 
 // Replaces whatever error is pending (the argument parser's, typically) with `type(message)`.
 PyObject* replaceError(PyObject* type, const char* message);
+// replaceError for slots that answer -1.
+inline int failWith(PyObject* type, const char* message) {
+    replaceError(type, message);
+    return -1;
+}
 
 PyObject* raiseImageOperationFailed();
 PyObject* raisePropertyNameNotText();

@@ -119,6 +119,21 @@ private:
     PyThreadState* state_;
 };
 
+// Keeps the pending exception aside for the lifetime of the scope (cleanup code may call into
+// Python meanwhile) and puts it back at the end.
+class PendingError {
+public:
+    PendingError() { PyErr_Fetch(&type_, &value_, &traceback_); }
+    PendingError(const PendingError&) = delete;
+    PendingError& operator=(const PendingError&) = delete;
+    ~PendingError() { PyErr_Restore(type_, value_, traceback_); }
+
+private:
+    PyObject* type_;
+    PyObject* value_;
+    PyObject* traceback_;
+};
+
 // A str from SDK text; None for null.
 PyObject* textOrNone(const char* text);
 

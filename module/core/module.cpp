@@ -5,6 +5,7 @@
 #include "core/language.h"
 #include "core/repr_strings.h"
 #include "core/sdk_loader.h"
+#include "lists/list_kinds.h"
 #include "values/color.h"
 #include "values/matrix.h"
 #include "values/transform.h"
@@ -26,6 +27,9 @@ PyTypeObject* const typesInReadyOrder[] = {
     &MatrixType,
     &TransformType,
     &LanguageType,
+    &TypedListBaseType.type,
+    &IntListType.type,
+    &FloatListType.type,
 };
 
 struct ModuleType {
@@ -41,6 +45,9 @@ const ModuleType moduleTypes[] = {
     {"Matrix", &MatrixType},
     {"Transform", &TransformType},
     {"Language", &LanguageType},
+    {"TypedList", &TypedListBaseType.type},
+    {"IntList", &IntListType.type},
+    {"FloatList", &FloatListType.type},
 };
 
 struct ModuleConstant {
