@@ -30,6 +30,9 @@ PyTypeObject* const typesInReadyOrder[] = {
     &TypedListBaseType.type,
     &IntListType.type,
     &FloatListType.type,
+    &VectorListType.type,
+    &ColorListType.type,
+    &TransformListType.type,
 };
 
 struct ModuleType {
@@ -48,6 +51,9 @@ const ModuleType moduleTypes[] = {
     {"TypedList", &TypedListBaseType.type},
     {"IntList", &IntListType.type},
     {"FloatList", &FloatListType.type},
+    {"VectorList", &VectorListType.type},
+    {"ColorList", &ColorListType.type},
+    {"TransformList", &TransformListType.type},
 };
 
 struct ModuleConstant {

@@ -7,5 +7,8 @@ namespace tovi {
 
 extern TypedListType IntListType;
 extern TypedListType FloatListType;
+extern TypedListType VectorListType;
+extern TypedListType ColorListType;
+extern TypedListType TransformListType;
 
 }  // namespace tovi
