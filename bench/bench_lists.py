@@ -10,8 +10,14 @@ import timeit
 import tovi
 
 
-def best(statement, setup, number, repeat=7):
-    return min(timeit.repeat(statement, setup=setup, number=number, repeat=repeat, globals=globals())) / number
+def best_pair(first, second, number, repeat):
+    """Best times of two (statement, setup) pairs, measured alternately so that both see the
+    same allocator state (glibc adapts its mmap threshold to recent frees)."""
+    times = [[], []]
+    for _ in range(repeat):
+        for slot, (statement, setup) in enumerate((first, second)):
+            times[slot].append(timeit.timeit(statement, setup=setup, number=number, globals=globals()) / number)
+    return min(times[0]), min(times[1])
 
 
 FLOATS = [float(index) * 0.5 for index in range(1_000_000)]
@@ -40,8 +46,8 @@ def main():
     for label, tovi_statement, array_statement, setup, number in CASES:
         # A statement run once per repetition gets a fresh setup each time, and more repetitions.
         repeat = 7 if number > 1 else 200
-        tovi_time = best(tovi_statement, setup.format(kind=kind_text(label, True)), number, repeat)
-        array_time = best(array_statement, setup.format(kind=kind_text(label, False)), number, repeat)
+        tovi_time, array_time = best_pair((tovi_statement, setup.format(kind=kind_text(label, True))),
+                                          (array_statement, setup.format(kind=kind_text(label, False))), number, repeat)
         print(f"{label:40} {tovi_time * 1e3:8.3f}ms {array_time * 1e3:8.3f}ms {tovi_time / array_time:6.2f}")
 
 
