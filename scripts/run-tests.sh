@@ -7,7 +7,7 @@ bash scripts/setup.sh || exit 1
 
 build=build/tests
 cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-      -DTOVI_BUILD_MODULE=OFF -DTOVI_BUILD_TESTS=ON >/dev/null || exit 1
+      -DTOVI_BUILD_MODULE=OFF -DTOVI_BUILD_TESTS=ON -DTOVI_TEST_PYTHON="$PWD/.venv-3.12/bin/python" >/dev/null || exit 1
 cmake --build "$build" || exit 1
 
 status=0
