@@ -2205,7 +2205,7 @@ TOVI_STATIC_ASSERT(offsetof(ToviProxyCreateParams, time) == 24, "ToviProxyCreate
     /* ---- prefix ToviImage_ (40) ---- */ \
     /* In this family int results are 1 success, 0 failure, except toIntList; ToviImage* and block results are NULL on failure. */ \
     /* renderer may be NULL; when given, its colour management applies to the 8/16-bit conversion. */ \
-    /* quality 1..100, 0 for the SDK default; *size: bytes of the returned C_memory_alloc block. */ \
+    /* quality 1..100, 0 for the SDK default, anything else fails; *size: bytes of the returned C_memory_alloc block. */ \
     X(void*, ToviImage_compressToJpeg, (const ToviImage* image, int quality, size_t* size, ToviRenderer* renderer), NULL) \
     /* flags: ToviPngFlags. */ \
     X(void*, ToviImage_compressToPng, (const ToviImage* image, int flags, size_t* size, ToviRenderer* renderer), NULL) \
@@ -2222,6 +2222,7 @@ TOVI_STATIC_ASSERT(offsetof(ToviProxyCreateParams, time) == 24, "ToviProxyCreate
     X(int, ToviImage_SaveToBmpFile, (const ToviImage* image, int preserveAlpha, const char* fileName, ToviRenderer* renderer, int swapChannels), 0) \
     /* bitsPerChannel 8, 16 or 32 (float), 0 for the SDK default. */ \
     X(int, ToviImage_SaveToTiffFile, (const ToviImage* image, const char* fileName, ToviRenderer* renderer, int bitsPerChannel), 0) \
+    /* RGBA half channels. */ \
     X(int, ToviImage_SaveToExrFile, (const ToviImage* image, const char* fileName, ToviRenderer* renderer), 0) \
     /* Decoders: renderer may be NULL (colour management as for encoding); flags reserved, pass 0. */ \
     X(ToviImage*, ToviImage_createFromBmp, (const void* data, size_t size, ToviRenderer* renderer, int flags), NULL) \
@@ -2248,7 +2249,7 @@ TOVI_STATIC_ASSERT(offsetof(ToviProxyCreateParams, time) == 24, "ToviProxyCreate
     X(size_t, ToviImage_getMemorySize, (const ToviImage* image), 0) \
     /* Pixels in place, 4 floats (R G B A) each, rows top first; pixelCount is 64-bit since width * height can pass 2^31. */ \
     X(float*, ToviImage_getPixelDataPointerAndPixelCount, (ToviImage* image, size_t* pixelCount), NULL) \
-    /* blend: 0 copies opaque, 1 blends over by the source's alpha; the part outside dest is clipped. */ \
+    /* blend: 0 copies the pixels, 1 lays them over dest by the source's (straight) alpha; the part outside dest is clipped. */ \
     X(int, ToviImage_drawImage, (ToviImage* dest, const ToviImage* src, int x, int y, int blend), 0) \
     /* color: 4 floats R G B A (a 3-component colour is passed with alpha 0 for add, 1 for mul). */ \
     X(int, ToviImage_addColor, (ToviImage* image, const float* color), 0) \
@@ -2260,13 +2261,15 @@ TOVI_STATIC_ASSERT(offsetof(ToviProxyCreateParams, time) == 24, "ToviProxyCreate
     X(int, ToviImage_changeSRGB, (ToviImage* image, int inverse), 0) \
     X(int, ToviImage_changeContrast, (ToviImage* image, float value), 0) \
     X(int, ToviImage_makeNegative, (ToviImage* image), 0) \
-    /* Output gamma of 8-bit encodings; 0 (refused) for a gamma that is not finite and positive. */ \
+    /* Output gamma of 8-bit file encodings (colour channels only; not raw or bitmap data); */ \
+    /* 0 (refused) for a gamma that is not finite and positive. */ \
     X(int, ToviImage_setGamma, (ToviImage* image, float gamma), 0) \
     X(float, ToviImage_getGamma, (const ToviImage* image), 0.0f) \
     X(ToviImage*, ToviImage_load, (const char* fileName), NULL) \
-    /* Reads only the header. */ \
+    /* Reads only the header. Both recognise the format by the file's first bytes. */ \
     X(int, ToviImage_loadSize, (const char* fileName, int* width, int* height), 0) \
-    /* mode: ToviWhiteBalanceMode; multiplier: caller's 4 floats (R G B A). */ \
+    /* mode: ToviWhiteBalanceMode; multiplier: caller's 4 floats (R G B A); 0 (and the neutral */ \
+    /* multiplier) when the image's reference colour has a channel that is not positive. */ \
     X(int, ToviImage_calculateWhiteBalanceMultiplier, (const ToviImage* image, int mode, float* multiplier), 0) \
     /* Mean absolute per-channel difference; -1 when the sizes differ or an image is missing. */ \
     X(float, ToviImage_calculateDifference, (const ToviImage* image, const ToviImage* other), -1.0f) \
