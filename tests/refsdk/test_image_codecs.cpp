@@ -18,6 +18,7 @@
 #include "image/operations.h"
 #include "image_test_helpers.h"
 #include "stb_image.h"
+#include "stb_image_write.h"
 
 using namespace tovi::ref;
 using namespace tovi::ref::image;
@@ -84,6 +85,35 @@ TEST(ImageCodecs, Png8BitRoundTripsThroughTheOutputGammaAndReadsElsewhere) {
             EXPECT_EQ(stored[0], encode(last.r));
             EXPECT_EQ(stored[2], encode(last.b));
             EXPECT_EQ(stored[3], alpha ? toByte(last.a) : 255);
+        }
+    }
+}
+
+TEST(ImageCodecs, PngDecodesGreyFilesOfAnotherWriter) {
+    const uint8_t grey[6] = {0, 51, 102, 153, 204, 255};
+    const uint8_t greyAlpha[4] = {10, 0, 200, 255};
+    for (int channels : {1, 2}) {
+        Bytes png;
+        auto append = [](void* context, void* data, int size) {
+            auto* bytes = static_cast<uint8_t*>(data);
+            static_cast<Bytes*>(context)->insert(static_cast<Bytes*>(context)->end(), bytes, bytes + size);
+        };
+        ASSERT_TRUE(stbi_write_png_to_func(append, &png, channels == 1 ? 3 : 2, channels == 1 ? 2 : 1, channels,
+                                           channels == 1 ? grey : greyAlpha, 0));
+        ImagePtr image = decodePng(png.data(), png.size());
+        if (channels == 1) {
+            ASSERT_EQ(image->width, 3);
+            ASSERT_EQ(image->height, 2);
+            const Rgba& last = pixelAt(*image, 2, 1);
+            EXPECT_FLOAT_EQ(last.r, 1.0f);
+            EXPECT_FLOAT_EQ(pixelAt(*image, 1, 0).g, 0.2f);
+            EXPECT_FLOAT_EQ(pixelAt(*image, 0, 1).b, 0.6f);
+            EXPECT_EQ(last.a, 1.0f);
+        } else {
+            EXPECT_FLOAT_EQ(pixelAt(*image, 0, 0).g, 10 / 255.0f);
+            EXPECT_EQ(pixelAt(*image, 0, 0).a, 0.0f);
+            EXPECT_FLOAT_EQ(pixelAt(*image, 1, 0).b, 200 / 255.0f);
+            EXPECT_EQ(pixelAt(*image, 1, 0).a, 1.0f);
         }
     }
 }

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <nlohmann/json.hpp>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -129,5 +130,27 @@ TEST(ImageEntries, FilesSavedByEachEntryLoadBack) {
         C_memory_free(loaded);
         std::filesystem::remove(path);
     }
+    C_memory_free(image);
+}
+
+TEST(ImageEntries, RecordTheModulesArguments) {
+    ToviImage* image = gradient(2, 2);
+    ToviRef_setRecorder(1);
+    std::string tiff = temporaryPath("recorded.tif");
+    EXPECT_EQ(ToviImage_SaveToTiffFile(image, tiff.c_str(), nullptr, 16), 1);
+    int32_t words[6];
+    EXPECT_EQ(ToviImage_toIntList(image, words, sizeof words, TOVI_RAW_FORMAT_BGR_BYTE), 0);
+    const float color[4] = {0.25f, 0.5f, 1.0f, 0.0f};
+    EXPECT_EQ(ToviImage_addColor(image, color), 1);
+    const char* saved = ToviRef_lastCall("ToviImage_SaveToTiffFile");
+    ASSERT_NE(saved, nullptr);
+    EXPECT_EQ(nlohmann::json::parse(saved)["args"],
+              nlohmann::json({{"fileName", tiff}, {"bitsPerChannel", 16}, {"renderer", false}}));
+    EXPECT_EQ(nlohmann::json::parse(ToviRef_lastCall("ToviImage_toIntList"))["args"],
+              nlohmann::json({{"byteSize", 24}, {"format", 4}}));
+    EXPECT_EQ(nlohmann::json::parse(ToviRef_lastCall("ToviImage_addColor"))["args"]["color"],
+              nlohmann::json({0.25, 0.5, 1.0, 0.0}));
+    ToviRef_reset();
+    std::filesystem::remove(tiff);
     C_memory_free(image);
 }
