@@ -265,8 +265,12 @@ TOVI_API float* ToviImage_getPixelDataPointerAndPixelCount(ToviImage* image, siz
 TOVI_API int ToviImage_drawImage(ToviImage* dest, const ToviImage* src, int x, int y, int blend) {
     TOVI_RECORD("ToviImage_drawImage", {{"x", x}, {"y", y}, {"blend", blend}});
     if (!dest || !src) return 0;
-    draw(*dest, *src, x, y, blend != 0);
-    return 1;
+    return guarded(
+        [&] {
+            draw(*dest, *src, x, y, blend != 0);
+            return 1;
+        },
+        0);
 }
 
 TOVI_API int ToviImage_addColor(ToviImage* image, const float* color) {

@@ -129,6 +129,11 @@ ImagePtr cutIn(const ToviImage& image, int width, int height) {
 }
 
 void draw(ToviImage& dest, const ToviImage& src, int x, int y, bool blend) {
+    if (&dest == &src) {  // drawing an image onto itself reads the pixels as they were
+        ImagePtr copy = cloneImage(src);
+        draw(dest, *copy, x, y, blend);
+        return;
+    }
     int64_t firstColumn = std::max<int64_t>(0, x);
     int64_t lastColumn = std::min<int64_t>(dest.width, static_cast<int64_t>(x) + src.width);
     int64_t firstRow = std::max<int64_t>(0, y);

@@ -142,6 +142,11 @@ TEST(Image, DrawsOpaqueOrBlendedAndClipsAtTheEdges) {
     expectPixel(pixelAt(*clear, 0, 0), {1, 0, 0, 0.25f});
     draw(*clear, *src, 5, 5, true);  // entirely outside: nothing happens
     expectPixel(pixelAt(*clear, 0, 0), {1, 0, 0, 0.25f});
+    // Onto itself, shifted: every pixel comes from the image as it was.
+    ImagePtr ramp = createImage(4, 1);
+    for (int x = 0; x < 4; ++x) pixelAt(*ramp, x, 0) = {float(x), 0, 0, 1};
+    draw(*ramp, *ramp, 1, 0, false);
+    for (int x = 0; x < 4; ++x) EXPECT_EQ(pixelAt(*ramp, x, 0).r, float(x == 0 ? 0 : x - 1)) << x;
 }
 
 TEST(Image, ColourOperations) {
