@@ -113,13 +113,7 @@ TOVI_API ToviDRHostCheck* Tovi_checkDRHost(const char* host) {
 // Not built yet: these answer their failure values.
 
 TOVI_API int Tovi_encodeBRDFScannedParams(const ToviBRDFScannedParams* params, int32_t** words) { return -1; }
-TOVI_API int Tovi_getPropertyByteArray(ToviRenderer* renderer, const char* pluginName, const char* propertyName, uint8_t** bytes, size_t* size, double time) {
-    return -1;
-}
-TOVI_API int Tovi_getPropertyByteArrayByID(ToviRenderer* renderer, ToviPluginID pluginID, const char* propertyName, uint8_t** bytes, size_t* size, double time) {
-    return -1;
-}
-TOVI_API int Tovi_getUserDataCount(void) { return 0; }
+TOVI_API int Tovi_getUserDataCount(void) { return userDataSlotCount; }
 TOVI_API int Tovi_setUSDProvider(const char* provider) { return -1; }
 TOVI_API int Tovi_getRenderElementDescs(ToviRenderElementDesc** descs) { return -1; }
 TOVI_API int Tovi_getRenderElementTypeFromTypeString(const char* typeString) { return 0; }

@@ -1,27 +1,79 @@
-// The renderer. Not built yet: every entry answers its failure value (and the error text where it has an error record).
+// The renderer: its lifetime, creation options, user data and last error. The scene entries are
+// in scene.cpp; the entries below the lifetime ones are not built yet and answer their failure
+// values (and the error text where they have an error record).
 #include "api/entries.h"
+#include "api/renderer_handle.h"
+#include "core/errors.h"
 #include "core/text.h"
+#include "testctl/recorder.h"
 
 using tovi::ref::reportUnsupported;
 
-TOVI_API ToviRenderer* Tovi_ToviRenderer_create(const ToviRendererOptions* options, ToviCharString* error) {
-    reportUnsupported(error);
-    return NULL;
+namespace {
+
+nlohmann::json optionsRecord(const ToviRendererOptions* options) {
+    if (!options) return nullptr;
+    auto text = [](const char* value) { return value ? nlohmann::json(value) : nlohmann::json(); };
+    return {{"pluginLibraryPath", text(options->pluginLibraryPath)},
+            {"tfbDrawStyle", options->tfbDrawStyle},
+            {"flags0", options->flags0},
+            {"flags1", options->flags1},
+            {"flags2", options->flags2},
+            {"reserved0", options->reserved0},
+            {"reserved1", options->reserved1},
+            {"tfbLanguage", text(options->tfbLanguage)}};
 }
+
+}  // namespace
+
+TOVI_API ToviRenderer* Tovi_ToviRenderer_create(const ToviRendererOptions* options, ToviCharString* error) {
+    TOVI_RECORD("Tovi_ToviRenderer_create", {{"options", optionsRecord(options)}});
+    ToviRenderer* renderer = tovi::ref::createRenderer(options);
+    if (!renderer && error) tovi::ref::setText(error, tovi::ref::errorText(tovi::ref::errorOutOfMemory));
+    return renderer;
+}
+
+TOVI_API int Tovi_ToviRenderer_release(ToviRenderer* renderer) { return tovi::ref::releaseRenderer(renderer); }
+
+TOVI_API int Tovi_ToviRenderer_incRef(ToviRenderer* renderer) { return tovi::ref::addRendererReference(renderer); }
+
+TOVI_API int Tovi_ToviRenderer_getRenderOptions(ToviRenderer* renderer, ToviRendererOptions* options) {
+    auto live = tovi::ref::acquireRenderer(renderer);
+    if (!live || !options) return -1;
+    *options = live->options;
+    return 0;
+}
+
+TOVI_API int Tovi_ToviRenderer_setUserData(ToviRenderer* renderer, int index, void* data) {
+    auto live = tovi::ref::acquireRenderer(renderer);
+    if (!live || index < 0 || index >= tovi::ref::userDataSlotCount) return -1;
+    live->userData[index].store(data);
+    return 0;
+}
+
+TOVI_API void* Tovi_ToviRenderer_getUserData(ToviRenderer* renderer, int index) {
+    auto live = tovi::ref::acquireRenderer(renderer);
+    if (!live || index < 0 || index >= tovi::ref::userDataSlotCount) return nullptr;
+    return live->userData[index].load();
+}
+
+TOVI_API int Tovi_ToviRenderer_getLastErrorCode(ToviRenderer* renderer) {
+    auto live = tovi::ref::acquireRenderer(renderer);
+    return live ? live->lastError.load() : -1;
+}
+
+TOVI_API void Tovi_ToviRenderer_clearLastErrorCode(ToviRenderer* renderer) {
+    if (auto live = tovi::ref::acquireRenderer(renderer)) live->lastError.store(0);
+}
+
 TOVI_API int Tovi_ToviRenderer_setImprovedDefaults(ToviRenderer* renderer, int level) { return 0; }
 TOVI_API int Tovi_ToviRenderer_setUpdatedDefaults(ToviRenderer* renderer, int autoCommit) { return 0; }
 TOVI_API int Tovi_ToviRenderer_setUpdatedDefaultsPluginID(ToviRenderer* renderer, ToviPluginID pluginID, int autoCommit) {
     return 0;
 }
 TOVI_API double Tovi_ToviRenderer_getCurrentEventTime(ToviRenderer* renderer) { return 0.0; }
-TOVI_API int Tovi_ToviRenderer_clearScene(ToviRenderer* renderer, int autoCommit) { return -1; }
-TOVI_API int Tovi_ToviRenderer_release(ToviRenderer* renderer) { return -1; }
-TOVI_API int Tovi_ToviRenderer_incRef(ToviRenderer* renderer) { return -1; }
 TOVI_API int Tovi_ToviRenderer_setRenderMode(ToviRenderer* renderer, int mode) { return -1; }
 TOVI_API int Tovi_ToviRenderer_getRenderMode(ToviRenderer* renderer) { return -2; }
-TOVI_API int Tovi_ToviRenderer_getRenderOptions(ToviRenderer* renderer, ToviRendererOptions* options) {
-    return -1;
-}
 TOVI_API int Tovi_ToviRenderer_setInteractiveSampleLevel(ToviRenderer* renderer, int sampleLevel, int autoCommit) {
     return 0;
 }
@@ -46,12 +98,6 @@ TOVI_API int Tovi_ToviRenderer_disableDRClient(ToviRenderer* renderer) { return 
 TOVI_API int Tovi_ToviRenderer_isDRClientEnabled(ToviRenderer* renderer) { return 0; }
 TOVI_API int Tovi_ToviRenderer_setNumThreads(ToviRenderer* renderer, int numThreads) { return -1; }
 TOVI_API int Tovi_ToviRenderer_getNumThreads(ToviRenderer* renderer) { return -1; }
-TOVI_API int Tovi_ToviRenderer_setCurrentTime(ToviRenderer* renderer, double time) { return -1; }
-TOVI_API double Tovi_ToviRenderer_getCurrentTime(ToviRenderer* renderer) { return 0.0; }
-TOVI_API int Tovi_ToviRenderer_setCurrentFrame(ToviRenderer* renderer, int frame) { return -1; }
-TOVI_API int Tovi_ToviRenderer_getCurrentFrame(ToviRenderer* renderer) { return 0; }
-TOVI_API int Tovi_ToviRenderer_setAnimateProperties(ToviRenderer* renderer, int animate) { return -1; }
-TOVI_API int Tovi_ToviRenderer_getAnimateProperties(ToviRenderer* renderer) { return 0; }
 TOVI_API int Tovi_ToviRenderer_clearAllFrameValuesUpToTime(ToviRenderer* renderer, double time) { return -1; }
 TOVI_API int Tovi_ToviRenderer_clearFrameValuesUpToTime(ToviRenderer* renderer, double time) { return -1; }
 TOVI_API int Tovi_ToviRenderer_showFrameBuffer(ToviRenderer* renderer, int show, int activate) { return -1; }
@@ -374,110 +420,20 @@ TOVI_API int Tovi_ToviRenderer_setCurrentCameraByID(ToviRenderer* renderer, Tovi
 TOVI_API int Tovi_ToviRenderer_getCurrentCamera(ToviRenderer* renderer, ToviPluginID* pluginID) { return -1; }
 TOVI_API int Tovi_ToviRenderer_setCameraName(ToviRenderer* renderer, const char* name) { return -1; }
 TOVI_API int Tovi_ToviRenderer_getCameraName(ToviRenderer* renderer, ToviCharString* name) { return -1; }
-TOVI_API int Tovi_ToviRenderer_getLastErrorCode(ToviRenderer* renderer) { return -1; }
-TOVI_API void Tovi_ToviRenderer_clearLastErrorCode(ToviRenderer* renderer) {}
 TOVI_API int Tovi_ToviRenderer_getLastParserErrorFileName(ToviRenderer* renderer, ToviCharString* fileName) {
     return -1;
 }
 TOVI_API int Tovi_ToviRenderer_getLastParserErrorFileLine(ToviRenderer* renderer) { return 0; }
 TOVI_API int Tovi_ToviRenderer_getLastParserErrorText(ToviRenderer* renderer, ToviCharString* text) { return -1; }
-TOVI_API int Tovi_ToviRenderer_setPropertyValueAtTime(ToviRenderer* renderer, const char* pluginName, const char* propertyName, const char* value, double time, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_setPropertyValueAtTimeByID(ToviRenderer* renderer, ToviPluginID pluginID, const char* propertyName, const char* value, double time, int autoCommit) {
-    return -1;
-}
-TOVI_API char* Tovi_ToviRenderer_getPropertyValue(ToviRenderer* renderer, const char* pluginName, const char* propertyName, double time) {
-    return NULL;
-}
-TOVI_API char* Tovi_ToviRenderer_getPropertyValueByID(ToviRenderer* renderer, ToviPluginID pluginID, const char* propertyName, double time) {
-    return NULL;
-}
-TOVI_API int Tovi_ToviRenderer_getPropertyType(ToviRenderer* renderer, const char* pluginName, const char* propertyName) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_getPropertyTypeByID(ToviRenderer* renderer, ToviPluginID pluginID, const char* propertyName) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_getPropertyElementsCount(ToviRenderer* renderer, const char* pluginName, const char* propertyName) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_getPropertyElementsCountByID(ToviRenderer* renderer, ToviPluginID pluginID, const char* propertyName) {
-    return -1;
-}
-TOVI_API const char* Tovi_ToviRenderer_getPluginType(ToviRenderer* renderer, const char* pluginName) {
-    return NULL;
-}
-TOVI_API const char* Tovi_ToviRenderer_getPluginTypeByID(ToviRenderer* renderer, ToviPluginID pluginID) {
-    return NULL;
-}
-TOVI_API int Tovi_ToviRenderer_getPluginsCountOfType(ToviRenderer* renderer, const char* className) { return 0; }
-TOVI_API ToviPluginID* Tovi_ToviRenderer_getPluginIDsOfType(ToviRenderer* renderer, const char* className, int* count) {
-    return NULL;
-}
 TOVI_API ToviPluginID* Tovi_ToviRenderer_getPluginsOfCategories(ToviRenderer* renderer, const uint64_t* categoryMasks, int maskCount, int* count) {
     return NULL;
 }
 TOVI_API int Tovi_ToviRenderer_isPluginOfCategories(ToviRenderer* renderer, ToviPluginID pluginID, uint64_t categoryMask) {
     return 0;
 }
-TOVI_API int Tovi_ToviRenderer_getPluginClassNamesCount(ToviRenderer* renderer) { return 0; }
-TOVI_API ToviVector* Tovi_ToviRenderer_getPropertyNames(ToviRenderer* renderer, const char* pluginName) {
-    return NULL;
-}
-TOVI_API ToviVector* Tovi_ToviRenderer_getPropertyNamesByID(ToviRenderer* renderer, ToviPluginID pluginID) {
-    return NULL;
-}
-TOVI_API int Tovi_ToviRenderer_newPlugin(ToviRenderer* renderer, const char* name, const char* className, int autoCommit, ToviPluginID* newID) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_deletePlugin(ToviRenderer* renderer, const char* name, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_deletePluginByID(ToviRenderer* renderer, ToviPluginID pluginID, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_deletePluginsByID(ToviRenderer* renderer, const ToviPluginID* pluginIDs, int count, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_replacePluginByID(ToviRenderer* renderer, ToviPluginID pluginID, ToviPluginID replacementID, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_renamePlugin(ToviRenderer* renderer, const char* oldName, const char* newName, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_renamePluginByID(ToviRenderer* renderer, ToviPluginID pluginID, const char* newName, int autoCommit) {
-    return -1;
-}
-TOVI_API const ToviPropertyDefinition* Tovi_ToviRenderer_getPropertyDefinitionByID(ToviRenderer* renderer, ToviPluginID pluginID, const char* propertyName) {
-    return NULL;
-}
-TOVI_API const ToviPropertyDefinition* Tovi_ToviRenderer_getPropertyDefinitionFromClass(ToviRenderer* renderer, const char* className, const char* propertyName) {
-    return NULL;
-}
-TOVI_API int Tovi_ToviRenderer_getPropertyIndexFromNameByID(ToviRenderer* renderer, ToviPluginID pluginID, const char* propertyName) {
-    return -1;
-}
-TOVI_API const char* Tovi_ToviRenderer_getPropertyNameFromIndexByID(ToviRenderer* renderer, ToviPluginID pluginID, int index) {
-    return NULL;
-}
-TOVI_API ToviVector* Tovi_ToviRenderer_getPluginNames(ToviRenderer* renderer) { return NULL; }
-TOVI_API ToviVector* Tovi_ToviRenderer_getPluginClassNames(ToviRenderer* renderer) { return NULL; }
 TOVI_API ToviVector* Tovi_ToviRenderer_getPluginClassNamesOfCategories(ToviRenderer* renderer, const uint64_t* categoryMasks, int maskCount) {
     return NULL;
 }
-TOVI_API ToviVector* Tovi_ToviRenderer_getClassPropertyNames(ToviRenderer* renderer, const char* className) {
-    return NULL;
-}
-TOVI_API int Tovi_ToviRenderer_getPluginGpuSupport(ToviRenderer* renderer, const char* className) { return -1; }
-TOVI_API int Tovi_ToviRenderer_pluginExistsByID(ToviRenderer* renderer, ToviPluginID pluginID) { return 0; }
-TOVI_API ToviPluginID Tovi_ToviRenderer_getPluginID(ToviRenderer* renderer, const char* name) {
-    return UINT64_MAX;
-}
-TOVI_API const char* Tovi_ToviRenderer_getPluginName(ToviRenderer* renderer, ToviPluginID pluginID) {
-    return NULL;
-}
-TOVI_API int Tovi_ToviRenderer_pluginClassExists(ToviRenderer* renderer, const char* className) { return 0; }
 TOVI_API int Tovi_ToviRenderer_isPluginClassOfCategory(ToviRenderer* renderer, const char* className, uint32_t categoryIndex) {
     return 0;
 }
@@ -486,21 +442,6 @@ TOVI_API uint64_t Tovi_ToviRenderer_getPluginClassCategories(ToviRenderer* rende
 }
 TOVI_API uint64_t Tovi_ToviRenderer_getPluginCategories(ToviRenderer* renderer, ToviPluginID pluginID) {
     return 0;
-}
-TOVI_API char* Tovi_ToviRenderer_getPluginDescription(ToviRenderer* renderer, const char* className) {
-    return NULL;
-}
-TOVI_API const char* Tovi_ToviRenderer_getPluginDeprecation(ToviRenderer* renderer, const char* className) {
-    return NULL;
-}
-TOVI_API int Tovi_ToviRenderer_propertyExistsByID(ToviRenderer* renderer, ToviPluginID pluginID, const char* propertyName) {
-    return 0;
-}
-TOVI_API int Tovi_ToviRenderer_getPropertyStateByID(ToviRenderer* renderer, ToviPluginID pluginID, const char* propertyName) {
-    return 0;
-}
-TOVI_API int Tovi_ToviRenderer_getPropertyKeyframeTimesByID(ToviRenderer* renderer, ToviPluginID pluginID, const char* propertyName, double** times) {
-    return -1;
 }
 TOVI_API int Tovi_ToviRenderer_stop(ToviRenderer* renderer) { return -1; }
 TOVI_API ToviImage* Tovi_ToviRenderer_getImage(ToviRenderer* renderer, const ToviImageRequest* request) {
@@ -512,8 +453,6 @@ TOVI_API int Tovi_ToviRenderer_isFrameSkipped(ToviRenderer* renderer) { return 0
 TOVI_API int Tovi_ToviRenderer_waitRenderEnd(ToviRenderer* renderer, int timeoutMs) { return 0; }
 TOVI_API int Tovi_ToviRenderer_waitSequenceEnd(ToviRenderer* renderer, int timeoutMs) { return 0; }
 TOVI_API int Tovi_ToviRenderer_waitTFBClosed(ToviRenderer* renderer, int timeoutMs) { return 0; }
-TOVI_API uint64_t Tovi_ToviRenderer_commit(ToviRenderer* renderer, int force) { return 0; }
-TOVI_API uint64_t Tovi_ToviRenderer_getChangeIndex(ToviRenderer* renderer) { return 0; }
 TOVI_API ToviPluginID Tovi_ToviRenderer_pickPluginByXY(ToviRenderer* renderer, int x, int y, int timeoutMs) {
     return 0;
 }
@@ -605,14 +544,6 @@ TOVI_API int Tovi_ToviRenderer_setImageUpdatedHasBuffer(ToviRenderer* renderer, 
 TOVI_API int Tovi_ToviRenderer_getImageUpdatedHasBuffer(ToviRenderer* renderer) { return 0; }
 TOVI_API int Tovi_ToviRenderer_setBucketReadyHasBuffer(ToviRenderer* renderer, int hasBuffer) { return -1; }
 TOVI_API int Tovi_ToviRenderer_getBucketReadyHasBuffer(ToviRenderer* renderer) { return 0; }
-TOVI_API int Tovi_ToviRenderer_setPropertyBytesValueAtTime(ToviRenderer* renderer, const char* pluginName, const char* propertyName, const uint8_t* stream, double time, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_setPropertyBytesValueAtTimeByID(ToviRenderer* renderer, ToviPluginID plugin, const char* propertyName, const uint8_t* stream, double time, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_setUserData(ToviRenderer* renderer, int index, void* data) { return -1; }
-TOVI_API void* Tovi_ToviRenderer_getUserData(ToviRenderer* renderer, int index) { return NULL; }
 TOVI_API int Tovi_ToviRenderer_clientAddHosts(ToviRenderer* renderer, const char* hosts) { return -1; }
 TOVI_API int Tovi_ToviRenderer_clientRemoveHosts(ToviRenderer* renderer, const char* hosts) { return -1; }
 TOVI_API int Tovi_ToviRenderer_clientResetHosts(ToviRenderer* renderer, const char* hosts) { return -1; }

@@ -8,4 +8,7 @@ int addModuleReference();
 int moduleReferenceCount();
 void resetModuleReferences();
 
+// Host pointer slots that every renderer and server carries.
+constexpr int userDataSlotCount = 8;
+
 }  // namespace tovi::ref

@@ -1,0 +1,353 @@
+#include "scene/database.h"
+
+#include <cmath>
+#include <iterator>
+
+namespace tovi::ref::scene {
+
+namespace {
+
+// The output settings carry the scene's frame rate.
+constexpr std::string_view outputSettingsClass = "SettingsOutput";
+constexpr std::string_view frameRateProperty = "frames_per_second";
+constexpr double fallbackFrameRate = 24.0;
+
+bool isNameCharacter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '@' || c == '|' ||
+           c == '_';
+}
+
+}  // namespace
+
+SceneDatabase::SceneDatabase(const ClassRegistry& classes, bool allowAnyNameCharacters)
+    : classes_(classes), allowAnyNameCharacters_(allowAnyNameCharacters) {}
+
+SceneDatabase::PluginRecord* SceneDatabase::findLocked(ToviPluginID id) const {
+    auto found = plugins_.find(id);
+    return found == plugins_.end() ? nullptr : found->second.get();
+}
+
+bool SceneDatabase::isValidName(std::string_view name) const {
+    if (name.empty()) return false;
+    if (allowAnyNameCharacters_) return true;
+    for (char c : name) {
+        if (!isNameCharacter(c)) return false;
+    }
+    return true;
+}
+
+SceneStatus SceneDatabase::checkNewName(std::string_view name) const {
+    if (!isValidName(name)) return SceneStatus::InvalidName;
+    if (byName_.count(name)) return SceneStatus::NameTaken;
+    return SceneStatus::Ok;
+}
+
+void SceneDatabase::changedLocked(bool autoCommit) {
+    uncommitted_ = true;
+    if (autoCommit) {
+        ++changeIndex_;
+        uncommitted_ = false;
+    }
+}
+
+SceneStatus SceneDatabase::createPlugin(std::optional<std::string_view> name, std::string_view className,
+                                        bool autoCommit, ToviPluginID* newID) {
+    const PluginClass* pluginClass = classes_.find(className);
+    if (!pluginClass) return SceneStatus::ClassNotFound;
+    std::lock_guard<std::mutex> lock(mutex_);
+    std::string chosen;
+    if (name) {
+        SceneStatus status = checkNewName(*name);
+        if (status != SceneStatus::Ok) return status;
+        chosen = std::string(*name);
+    } else {
+        do {
+            chosen = pluginClass->name() + "@" + std::to_string(nextAutomaticName_++);
+        } while (byName_.count(chosen));
+    }
+    auto record = std::make_unique<PluginRecord>();
+    record->id = nextID_++;
+    record->name = chosen;
+    record->pluginClass = pluginClass;
+    record->slots.resize(pluginClass->propertyCount());
+    ToviPluginID id = record->id;
+    byName_.emplace(chosen, id);
+    plugins_.emplace(id, std::move(record));
+    changedLocked(autoCommit);
+    if (newID) *newID = id;
+    return SceneStatus::Ok;
+}
+
+void SceneDatabase::redirectLocked(ToviPluginID id, ToviPluginID replacement) {
+    const PluginRecord* old = findLocked(id);
+    const PluginRecord* target = replacement == TOVI_NO_PLUGIN ? nullptr : findLocked(replacement);
+    auto redirect = [&](PluginRef& ref) {
+        if (ref.id != id) return;
+        int output = 0;
+        if (target && old && ref.output > 0) {
+            const PropertyDefinition* oldOutput = old->pluginClass->propertyAt(ref.output);
+            const PropertyDefinition* newOutput = oldOutput ? target->pluginClass->findProperty(oldOutput->name) : nullptr;
+            if (newOutput && isOutput(newOutput->type)) output = newOutput->index;
+        }
+        ref.id = target ? replacement : TOVI_NO_PLUGIN;
+        ref.output = output;
+    };
+    for (auto& [pluginID, record] : plugins_) {
+        for (auto& slot : record->slots) {
+            forEachPluginRef(slot.value, redirect);
+            for (auto& [time, key] : slot.keyframes) forEachPluginRef(key, redirect);
+        }
+    }
+}
+
+SceneStatus SceneDatabase::deletePlugin(ToviPluginID id, bool autoCommit) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    PluginRecord* record = findLocked(id);
+    if (!record) return SceneStatus::PluginNotFound;
+    redirectLocked(id, TOVI_NO_PLUGIN);
+    byName_.erase(record->name);
+    plugins_.erase(id);
+    changedLocked(autoCommit);
+    return SceneStatus::Ok;
+}
+
+SceneStatus SceneDatabase::renamePlugin(ToviPluginID id, std::string_view newName, bool autoCommit) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    PluginRecord* record = findLocked(id);
+    if (!record) return SceneStatus::PluginNotFound;
+    if (record->name == newName) return SceneStatus::Ok;
+    SceneStatus status = checkNewName(newName);
+    if (status != SceneStatus::Ok) return status;
+    byName_.erase(record->name);
+    record->name = std::string(newName);
+    byName_.emplace(record->name, id);
+    changedLocked(autoCommit);
+    return SceneStatus::Ok;
+}
+
+SceneStatus SceneDatabase::replacePlugin(ToviPluginID id, ToviPluginID replacement, bool autoCommit) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    if (!findLocked(id)) return SceneStatus::PluginNotFound;
+    if (replacement != TOVI_NO_PLUGIN && !findLocked(replacement)) return SceneStatus::PluginNotFound;
+    if (replacement == id) return SceneStatus::Ok;
+    redirectLocked(id, replacement);
+    changedLocked(autoCommit);
+    return SceneStatus::Ok;
+}
+
+void SceneDatabase::clear(bool autoCommit) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    plugins_.clear();
+    byName_.clear();
+    changedLocked(autoCommit);
+}
+
+bool SceneDatabase::pluginExists(ToviPluginID id) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    return findLocked(id) != nullptr;
+}
+
+ToviPluginID SceneDatabase::findPlugin(std::string_view name) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    auto found = byName_.find(name);
+    return found == byName_.end() ? TOVI_NO_PLUGIN : found->second;
+}
+
+const char* SceneDatabase::pluginName(ToviPluginID id) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    const PluginRecord* record = findLocked(id);
+    return record ? record->name.c_str() : nullptr;
+}
+
+std::optional<std::string> SceneDatabase::copyPluginName(ToviPluginID id) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    const PluginRecord* record = findLocked(id);
+    if (!record) return std::nullopt;
+    return record->name;
+}
+
+const PluginClass* SceneDatabase::pluginClass(ToviPluginID id) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    const PluginRecord* record = findLocked(id);
+    return record ? record->pluginClass : nullptr;
+}
+
+std::vector<ToviPluginID> SceneDatabase::pluginIDs(const PluginClass* ofClass) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    std::vector<ToviPluginID> ids;
+    for (const auto& [id, record] : plugins_) {
+        if (!ofClass || record->pluginClass == ofClass) ids.push_back(id);
+    }
+    return ids;
+}
+
+std::vector<std::string> SceneDatabase::pluginNames() const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    std::vector<std::string> names;
+    names.reserve(plugins_.size());
+    for (const auto& [id, record] : plugins_) names.push_back(record->name);
+    return names;
+}
+
+const PropertyDefinition* SceneDatabase::findProperty(ToviPluginID id, std::string_view property) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    const PluginRecord* record = findLocked(id);
+    return record ? record->pluginClass->findProperty(property) : nullptr;
+}
+
+bool SceneDatabase::referencesAreValid(Value& value) const {
+    bool valid = true;
+    forEachPluginRef(value, [&](PluginRef& ref) {
+        if (ref.isNone()) {
+            ref.output = 0;
+            return;
+        }
+        const PluginRecord* target = findLocked(ref.id);
+        if (!target) {
+            valid = false;
+            return;
+        }
+        if (ref.output < 0) ref.output = 0;
+        if (ref.output > 0) {
+            const PropertyDefinition* output = target->pluginClass->propertyAt(ref.output);
+            valid = valid && output && isOutput(output->type);
+        }
+    });
+    return valid;
+}
+
+SceneStatus SceneDatabase::setValue(ToviPluginID id, std::string_view property, Value value, double time,
+                                    bool autoCommit) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    PluginRecord* record = findLocked(id);
+    if (!record) return SceneStatus::PluginNotFound;
+    const PropertyDefinition* definition = record->pluginClass->findProperty(property);
+    if (!definition) return SceneStatus::PropertyNotFound;
+    auto conformed = conformToType(std::move(value), definition->type, definition->elementsCount);
+    if (!conformed || !referencesAreValid(*conformed)) return SceneStatus::InvalidValue;
+    PropertySlot& slot = record->slots[definition->index];
+    bool explicitTime = !std::isnan(time);
+    if (explicitTime || animate_) {
+        if (slot.state != PropertyState::Animated) slot.keyframes.clear();
+        slot.keyframes[explicitTime ? time : currentTime_] = std::move(*conformed);
+        slot.value = Value();
+        slot.state = PropertyState::Animated;
+    } else {
+        slot.keyframes.clear();
+        slot.value = std::move(*conformed);
+        slot.state = PropertyState::NotAnimated;
+    }
+    changedLocked(autoCommit);
+    return SceneStatus::Ok;
+}
+
+Value SceneDatabase::valueAt(const PropertySlot& slot, double time) const {
+    const auto& keys = slot.keyframes;
+    auto after = keys.lower_bound(time);
+    if (after == keys.end()) return std::prev(after)->second;
+    if (after->first == time || after == keys.begin()) return after->second;
+    auto before = std::prev(after);
+    double weight = (time - before->first) / (after->first - before->first);
+    return interpolate(before->second, after->second, weight);
+}
+
+PropertyRead SceneDatabase::getValue(ToviPluginID id, std::string_view property, double time) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    PropertyRead read;
+    const PluginRecord* record = findLocked(id);
+    if (!record) return read;
+    read.definition = record->pluginClass->findProperty(property);
+    if (!read.definition) {
+        read.status = SceneStatus::PropertyNotFound;
+        return read;
+    }
+    read.status = SceneStatus::Ok;
+    const PropertySlot& slot = record->slots[read.definition->index];
+    read.state = slot.state;
+    switch (slot.state) {
+        case PropertyState::Default: read.value = read.definition->defaultValue; break;
+        case PropertyState::NotAnimated: read.value = slot.value; break;
+        case PropertyState::Animated: read.value = valueAt(slot, std::isnan(time) ? currentTime_ : time); break;
+        case PropertyState::Invalid: break;
+    }
+    return read;
+}
+
+PropertyState SceneDatabase::propertyState(ToviPluginID id, std::string_view property) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    const PluginRecord* record = findLocked(id);
+    const PropertyDefinition* definition = record ? record->pluginClass->findProperty(property) : nullptr;
+    return definition ? record->slots[definition->index].state : PropertyState::Invalid;
+}
+
+std::optional<std::vector<double>> SceneDatabase::keyframeTimes(ToviPluginID id, std::string_view property) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    const PluginRecord* record = findLocked(id);
+    const PropertyDefinition* definition = record ? record->pluginClass->findProperty(property) : nullptr;
+    if (!definition) return std::nullopt;
+    std::vector<double> times;
+    for (const auto& [time, key] : record->slots[definition->index].keyframes) times.push_back(time);
+    return times;
+}
+
+double SceneDatabase::framesPerSecondLocked() const {
+    for (const auto& [id, record] : plugins_) {
+        if (record->pluginClass->name() != outputSettingsClass) continue;
+        const PropertyDefinition* definition = record->pluginClass->findProperty(frameRateProperty);
+        if (!definition) break;
+        const PropertySlot& slot = record->slots[definition->index];
+        std::optional<Value> rate = definition->defaultValue;
+        if (slot.state == PropertyState::NotAnimated) rate = slot.value;
+        if (slot.state == PropertyState::Animated) rate = slot.keyframes.begin()->second;
+        if (rate && rate->is<float>() && rate->as<float>() > 0) return rate->as<float>();
+        break;
+    }
+    return fallbackFrameRate;
+}
+
+void SceneDatabase::setCurrentTime(double seconds) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    currentTime_ = seconds;
+    // A hair of tolerance so that times computed from frames map back to the same frame.
+    currentFrame_ = static_cast<int>(std::floor(seconds * framesPerSecondLocked() + 1e-6));
+}
+
+double SceneDatabase::currentTime() const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    return currentTime_;
+}
+
+void SceneDatabase::setCurrentFrame(int frame) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    currentFrame_ = frame;
+    currentTime_ = frame / framesPerSecondLocked();
+}
+
+int SceneDatabase::currentFrame() const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    return currentFrame_;
+}
+
+void SceneDatabase::setAnimateProperties(bool animate) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    animate_ = animate;
+}
+
+bool SceneDatabase::animateProperties() const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    return animate_;
+}
+
+uint64_t SceneDatabase::commit(bool force) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    if (!uncommitted_ && !force) return 0;
+    uncommitted_ = false;
+    return ++changeIndex_;
+}
+
+uint64_t SceneDatabase::changeIndex() const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    return changeIndex_;
+}
+
+}  // namespace tovi::ref::scene
