@@ -2,9 +2,12 @@
 // round-trips through the value stream and the value syntax.
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <set>
+#include <sstream>
 
 #include "format/class_definitions.h"
+#include "refsdk/catalogue_markdown.h"
 #include "format/value_syntax.h"
 #include "scene/catalogue.h"
 #include "scene/value_stream.h"
@@ -89,4 +92,12 @@ TEST(ClassDefinitions, ReportTheLineOfAMistake) {
     EXPECT_EQ(n->aliasesText, "m,k");
     EXPECT_EQ(n->gpuSupport, 2);
     EXPECT_EQ(good.find("C")->gpuSupport(), ClassGpuSupport::Bake);
+}
+
+TEST(Catalogue, DocumentationIsInStep) {
+    std::ifstream file(TOVI_SOURCE_DIR "/docs/catalogue.md");
+    ASSERT_TRUE(file) << "docs/catalogue.md is missing";
+    std::stringstream text;
+    text << file.rdbuf();
+    EXPECT_EQ(text.str(), docs::catalogueMarkdown()) << "regenerate it with catalogue_doc > docs/catalogue.md";
 }

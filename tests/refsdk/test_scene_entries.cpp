@@ -107,7 +107,13 @@ TEST_F(SceneEntries, DecodesEveryRowOfTheModulesStream) {
     Stream mixed;
     mixed.put<uint32_t>(12).put<uint32_t>(3).put<uint32_t>(0).put<int32_t>(1).put<uint32_t>(1).put<float>(2.5f);
     mixed.put<uint32_t>(9).put<uint32_t>(1).put<char>('a').put<char>(0).put<char>(0).put<char>(0);
+    setRecorderEnabled(true);
     EXPECT_EQ(send(mesh, "map_channels", mixed), 0);
+    auto call = nlohmann::json::parse(*lastCall("Tovi_ToviRenderer_setPropertyBytesValueAtTimeByID"))["args"];
+    EXPECT_EQ(call["value"], "List(1, 2.5, \"a\")");
+    EXPECT_EQ(call["timeBits"], "fffffffffffffffe");
+    EXPECT_EQ(call["stream"].get<std::string>().size(), mixed.bytes.size() * 2);
+    EXPECT_EQ(call["pluginID"], mesh);
     EXPECT_EQ(read(mesh, "map_channels"), std::make_pair(12u, Value(ValueList{{Value(int32_t{1}), Value(2.5f), Value("a")}})));
     EXPECT_EQ(text(mesh, "map_channels"), "List(1, 2.5, \"a\")");
 
