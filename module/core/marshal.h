@@ -49,6 +49,7 @@ class SdkBlock {
 public:
     SdkBlock() = default;
     explicit SdkBlock(T* block) : block_(block) {}
+    SdkBlock(SdkBlock&& other) noexcept : block_(other.block_) { other.block_ = nullptr; }
     SdkBlock(const SdkBlock&) = delete;
     SdkBlock& operator=(const SdkBlock&) = delete;
     ~SdkBlock() { reset(); }
@@ -100,6 +101,12 @@ public:
     }
 
     int size() const { return vector_ ? SdkApi.getVectorSize(vector_) : 0; }
+    // Hands the vector over to a new owner.
+    ToviVector* release() {
+        ToviVector* vector = vector_;
+        vector_ = nullptr;
+        return vector;
+    }
     const void* element(int index) const { return SdkApi.getVectorElement(vector_, index); }
 
 private:

@@ -6,6 +6,10 @@
 #include "core/repr_strings.h"
 #include "core/sdk_loader.h"
 #include "lists/list_kinds.h"
+#include "plugins/plugin.h"
+#include "plugins/plugin_class.h"
+#include "plugins/plugins_collection.h"
+#include "renderer/renderer.h"
 #include "values/color.h"
 #include "values/matrix.h"
 #include "values/transform.h"
@@ -21,6 +25,15 @@ namespace {
 
 // Every type of the module, in the order it is readied.
 PyTypeObject* const typesInReadyOrder[] = {
+    &ToviRendererType,
+    &PluginsType,
+    &ClassesType,
+    &PluginsIteratorType,
+    &ClassesIteratorType,
+    &PluginType,
+    &PluginRefType,
+    &ClassType,
+    &PropertiesIteratorType,
     &ColorType,
     &AColorType,
     &VectorType,
@@ -33,6 +46,7 @@ PyTypeObject* const typesInReadyOrder[] = {
     &VectorListType.type,
     &ColorListType.type,
     &TransformListType.type,
+    &PluginListType.type,
 };
 
 struct ModuleType {
@@ -42,6 +56,11 @@ struct ModuleType {
 
 // The types the module exposes, under their names and aliases, in the order they are added.
 const ModuleType moduleTypes[] = {
+    {"ToviRenderer", &ToviRendererType},
+    {"Renderer", &ToviRendererType},
+    {"Plugin", &PluginType},
+    {"PluginRef", &PluginRefType},
+    {"Class", &ClassType},
     {"Color", &ColorType},
     {"AColor", &AColorType},
     {"Vector", &VectorType},
@@ -54,6 +73,7 @@ const ModuleType moduleTypes[] = {
     {"VectorList", &VectorListType.type},
     {"ColorList", &ColorListType.type},
     {"TransformList", &TransformListType.type},
+    {"PluginList", &PluginListType.type},
 };
 
 struct ModuleConstant {
@@ -143,6 +163,23 @@ void addConstant(PyObject* module, const ModuleConstant& constant) {
     if (failed) PyErr_Clear();
 }
 
+// The property states, as class constants of Plugin.
+void addPropertyStates() {
+    const struct {
+        const char* name;
+        long value;
+    } states[] = {{"PROPERTY_STATE_INVALID", 0},
+                  {"PROPERTY_STATE_DEFAULT", 1},
+                  {"PROPERTY_STATE_NOT_ANIMATED", 2},
+                  {"PROPERTY_STATE_ANIMATED", 3}};
+    for (const auto& state : states) {
+        PyObject* value = PyLong_FromLong(state.value);
+        if (!value || PyDict_SetItemString(PluginType.tp_dict, state.name, value) < 0) PyErr_Clear();
+        Py_XDECREF(value);
+    }
+    PyType_Modified(&PluginType);
+}
+
 }  // namespace
 
 PyObject* initModule() {
@@ -167,6 +204,7 @@ PyObject* initModule() {
         }
     }
     for (const ModuleConstant& constant : moduleConstants) addConstant(module, constant);
+    addPropertyStates();
 
     Py_AtExit(&unloadAtExit);
 #ifdef _WIN32

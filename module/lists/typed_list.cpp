@@ -247,6 +247,8 @@ int extendFromIterator(PyObject* self, PyObject* source) {
 
 int extendList(PyObject* self, PyObject* source) {
     if (isTypedList(source) && &listKind(source) == &listKind(self)) {
+        const ListBinding* binding = listKind(self).binding;
+        if (binding && binding->accept(self, source) < 0) return -1;
         return appendRawElements(asList(self), asList(source));
     }
     if (PySequence_Check(source)) {
@@ -270,6 +272,10 @@ namespace tovi {
 
 namespace {
 
+void inheritBinding(PyObject* result, PyObject* source) {
+    if (const ListBinding* binding = listKind(source).binding) binding->inherit(result, source);
+}
+
 Py_ssize_t listLength(PyObject* self) { return Py_SIZE(self); }
 
 PyObject* listItem(PyObject* self, Py_ssize_t index) {
@@ -285,6 +291,7 @@ PyObject* listSlice(PyObject* self, PyObject* slice) {
     void* data = nullptr;
     PyObject* result = newListWithRoom(Py_TYPE(self), count, &data);
     if (!result) return nullptr;
+    inheritBinding(result, self);
     const char* source = asList(self)->data;
     if (step == 1) {
         if (count > 0) std::memcpy(data, source + start * size, count * size);
@@ -317,7 +324,10 @@ int deleteElement(PyObject* self, Py_ssize_t index) {
     if (list->owner || list->exports > 0) return resizeList(list, count - 1);
     char* end = list->data + count * size;
     std::memmove(element, element + size, end - element - size);
-    return resizeList(list, count - 1);
+    if (resizeList(list, count - 1) < 0) return -1;
+    const ListBinding* binding = listKind(self).binding;
+    if (binding && count == 1) binding->emptied(self);
+    return 0;
 }
 
 int listAssignSubscript(PyObject* self, PyObject* key, PyObject* value) {
@@ -341,7 +351,11 @@ PyObject* listConcat(PyObject* self, PyObject* other) {
         return nullptr;
     }
     PyRef result(newListCopying(Py_TYPE(self), Py_SIZE(self), asList(self)->data));
-    if (!result || appendRawElements(asList(result.get()), asList(other)) < 0) return nullptr;
+    if (!result) return nullptr;
+    inheritBinding(result.get(), self);
+    const ListBinding* binding = listKind(self).binding;
+    if (binding && binding->accept(result.get(), other) < 0) return nullptr;
+    if (appendRawElements(asList(result.get()), asList(other)) < 0) return nullptr;
     return result.release();
 }
 
@@ -358,7 +372,9 @@ int repeatInPlace(TypedList* list, Py_ssize_t count, Py_ssize_t times) {
 PyObject* listRepeat(PyObject* self, Py_ssize_t times) {
     Py_ssize_t count = Py_SIZE(self);
     PyRef result(newListCopying(Py_TYPE(self), count, asList(self)->data));
-    if (!result || repeatInPlace(asList(result.get()), count, times) < 0) return nullptr;
+    if (!result) return nullptr;
+    inheritBinding(result.get(), self);
+    if (repeatInPlace(asList(result.get()), count, times) < 0) return nullptr;
     return result.release();
 }
 

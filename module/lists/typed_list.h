@@ -21,6 +21,17 @@ struct TypedList {
 // The textual form of one element: writes at most `size` bytes, answers the count, as snprintf.
 using ElementFormatter = int (*)(PyObject* self, const char* element, const char* separator, char* buffer, size_t size);
 
+// A kind whose elements belong to an owner (plugins to their renderer) tells the generic
+// routines how the binding travels.
+struct ListBinding {
+    // A list made from `source` (slice, repetition, concatenation) shares its binding.
+    void (*inherit)(PyObject* result, PyObject* source);
+    // Before `other`'s elements join `self`: -1 with the Python error set when they may not.
+    int (*accept)(PyObject* self, PyObject* other);
+    // The list lost its last element.
+    void (*emptied)(PyObject* self);
+};
+
 // What distinguishes one list kind from another; the generic routines call its conversions.
 struct ListConversions {
     uint64_t elementSize;
@@ -33,6 +44,7 @@ struct ListConversions {
     const char* textPrefix;              // "IntList(" ...
     ElementFormatter formatElement;
     Py_ssize_t strLimit;                 // str() shows at most this many elements
+    const ListBinding* binding = nullptr;
 };
 
 // A list kind's type object carries the byte size of one element, then the other conversions.
