@@ -108,3 +108,10 @@ def sdk():
     control.setRecorder(1)
     yield control
     control.reset()
+
+
+@pytest.fixture
+def renderer():
+    """A fresh renderer, closed after the test."""
+    with tovi.Renderer() as fresh:
+        yield fresh
