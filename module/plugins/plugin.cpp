@@ -93,9 +93,8 @@ bool pluginIsValid(PyObject* self) {
 int pluginBool(PyObject* self) { return pluginIsValid(self) ? 1 : 0; }
 
 PyObject* pluginGetAttr(PyObject* self, PyObject* name) {
-    PyObject* found = PyObject_GenericGetAttr(self, name);
-    if (found || !PyErr_ExceptionMatches(PyExc_AttributeError)) return found;
-    PyErr_Clear();
+    // Methods first; any other name is a property (asked without a failed lookup's exception).
+    if (!PyUnicode_Check(name) || _PyType_Lookup(Py_TYPE(self), name)) return PyObject_GenericGetAttr(self, name);
     const char* text = PyUnicode_AsUTF8(name);
     if (!text) return nullptr;
     return readProperty(self, text, defaultAccessTime(), PyExc_AttributeError);

@@ -92,6 +92,21 @@ void putMatrix(PropertyStream& stream, const Mat3& value) {
 // Integers that fit 32 unsigned bits go as code 0 (from 2**31 up they arrive negative); every
 // other number, negative integers included, goes as a float.
 void putNumber(PropertyStream& stream, PyObject* value) {
+    // Exact floats and ints take the same paths without a failed conversion's exception.
+    if (PyFloat_CheckExact(value)) {
+        stream.put<uint32_t>(codeFloat);
+        stream.put(static_cast<float>(PyFloat_AS_DOUBLE(value)));
+        return;
+    }
+    if (PyLong_CheckExact(value)) {
+        int overflow = 0;
+        long long integer = PyLong_AsLongLongAndOverflow(value, &overflow);
+        if (!overflow && static_cast<unsigned long long>(integer) <= 0xFFFFFFFFull) {
+            stream.put<uint32_t>(codeInt);
+            stream.put(static_cast<uint32_t>(integer));
+            return;
+        }
+    }
     long long integer = PyLong_AsLongLong(value);
     if (!(integer == -1 && PyErr_Occurred()) && static_cast<unsigned long long>(integer) <= 0xFFFFFFFFull) {
         stream.put<uint32_t>(codeInt);
