@@ -30,6 +30,16 @@ PyObject* vectorStringElement(const void* element) {
     return PyUnicode_FromString(element ? static_cast<const char*>(element) : "");
 }
 
+PyObject* namesThenMethods(PyObject* names, const PyMethodDef* methods) {
+    PyRef list(names);
+    if (!list) return nullptr;
+    for (const PyMethodDef* method = methods; method->ml_name; ++method) {
+        PyRef name(PyUnicode_FromString(method->ml_name));
+        if (!name || PyList_Append(list.get(), name.get()) < 0) return nullptr;
+    }
+    return list.release();
+}
+
 PyObject* packedStringsToList(int count, char* block) {
     SdkBlock<char> owned(block);
     PyRef list(PyList_New(0));

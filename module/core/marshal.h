@@ -166,6 +166,10 @@ PyObject* vectorToList(ToviVector* handle, Convert convert) {
 // The element conversion of string vectors.
 PyObject* vectorStringElement(const void* element);
 
+// `names` (a list, taken over; null passes through) followed by the names of `methods`: the
+// __dir__ of objects whose attributes are names of the scene first.
+PyObject* namesThenMethods(PyObject* names, const PyMethodDef* methods);
+
 // A list of str from a packed string list: `count` zero-terminated texts back to back in one
 // SDK block, which is freed on every path.
 PyObject* packedStringsToList(int count, char* block);

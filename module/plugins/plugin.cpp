@@ -334,14 +334,10 @@ PyMethodDef pluginMethods[] = {
 
 // The plugin's property names, then the names of the methods above.
 PyObject* pluginDir(PyObject* self, PyObject*) {
-    PyRef names(vectorToList(SdkApi.Tovi_ToviRenderer_getPropertyNamesByID(pluginRendererHandle(self), pluginID(self)),
-                             vectorStringElement));
-    if (!names) return nullptr;
-    for (const PyMethodDef* method = pluginMethods; method->ml_name; ++method) {
-        PyRef name(PyUnicode_FromString(method->ml_name));
-        if (!name || PyList_Append(names.get(), name.get()) < 0) return nullptr;
-    }
-    return names.release();
+    return namesThenMethods(
+        vectorToList(SdkApi.Tovi_ToviRenderer_getPropertyNamesByID(pluginRendererHandle(self), pluginID(self)),
+                     vectorStringElement),
+        pluginMethods);
 }
 
 PyNumberMethods pluginAsNumber = {

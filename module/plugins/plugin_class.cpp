@@ -207,26 +207,13 @@ PyMethodDef classMethods[] = {
     {nullptr, nullptr, 0, nullptr},
 };
 
-PyObject* classDir(PyObject* self, PyObject*) {
-    PyRef names(classPropertyNames(self));
-    if (!names) return nullptr;
-    for (const PyMethodDef* method = classMethods; method->ml_name; ++method) {
-        PyRef name(PyUnicode_FromString(method->ml_name));
-        if (!name || PyList_Append(names.get(), name.get()) < 0) return nullptr;
-    }
-    return names.release();
-}
+PyObject* classDir(PyObject* self, PyObject*) { return namesThenMethods(classPropertyNames(self), classMethods); }
 
 PyMappingMethods classAsMapping = {nullptr, classGetItem, nullptr};
 
 // ---- tovi.Classes ----
 
-struct ClassesObject {
-    PyObject_HEAD
-    PyObject* renderer;
-};
-
-PyObject* classesRenderer(PyObject* self) { return reinterpret_cast<ClassesObject*>(self)->renderer; }
+PyObject* classesRenderer(PyObject* self) { return boundRenderer(self); }
 ToviRenderer* classesHandle(PyObject* self) { return rendererHandle(classesRenderer(self)); }
 
 Py_ssize_t classesLength(PyObject* self) { return SdkApi.Tovi_ToviRenderer_getPluginClassNamesCount(classesHandle(self)); }
@@ -283,34 +270,15 @@ PyObject* classesRepr(PyObject* self) {
 
 PyObject* classesIter(PyObject* self);
 
-PyObject* classesGetRenderer(PyObject* self, PyObject*) { return Py_NewRef(classesRenderer(self)); }
-
-PyObject* classesDir(PyObject* self, PyObject*) {
-    PyRef names(classNamesList(self));
-    return names ? namesWithCollectionMethods(names.release()) : nullptr;
-}
-
-int classesTraverse(PyObject* self, visitproc visit, void* arg) {
-    Py_VISIT(classesRenderer(self));
-    return 0;
-}
-
-int classesClear(PyObject* self) {
-    Py_CLEAR(reinterpret_cast<ClassesObject*>(self)->renderer);
-    return 0;
-}
-
-void classesDealloc(PyObject* self) {
-    PyObject_GC_UnTrack(self);
-    classesClear(self);
-    PyObject_GC_Del(self);
-}
+PyObject* classesDir(PyObject* self, PyObject*);
 
 PyMethodDef classesMethods[] = {
-    {"getRenderer", classesGetRenderer, METH_NOARGS, nullptr},
+    {"getRenderer", boundGetRenderer, METH_NOARGS, nullptr},
     {"__dir__", classesDir, METH_NOARGS, nullptr},
     {nullptr, nullptr, 0, nullptr},
 };
+
+PyObject* classesDir(PyObject* self, PyObject*) { return namesThenMethods(classNamesList(self), classesMethods); }
 
 PyMappingMethods classesAsMapping = {classesLength, classesGetItem, nullptr};
 PySequenceMethods classesAsSequence = {
@@ -397,13 +365,7 @@ PyObject* pluginClass(PyObject* renderer, const char* name) {
     return reinterpret_cast<PyObject*>(object);
 }
 
-PyObject* newClassesCollection(PyObject* renderer) {
-    auto* classes = PyObject_GC_New(ClassesObject, &ClassesType);
-    if (!classes) return nullptr;
-    classes->renderer = Py_NewRef(renderer);
-    PyObject_GC_Track(classes);
-    return reinterpret_cast<PyObject*>(classes);
-}
+PyObject* newClassesCollection(PyObject* renderer) { return newRendererBound(&ClassesType, renderer); }
 
 PyTypeObject ClassType = {
     PyVarObject_HEAD_INIT(nullptr, 0)
@@ -439,9 +401,9 @@ PyTypeObject ClassType = {
 PyTypeObject ClassesType = {
     PyVarObject_HEAD_INIT(nullptr, 0)
     "tovi.Classes",                           // tp_name
-    sizeof(ClassesObject),                    // tp_basicsize
+    sizeof(RendererBoundObject),              // tp_basicsize
     0,                                        // tp_itemsize
-    classesDealloc,                           // tp_dealloc
+    deallocRendererBound,                     // tp_dealloc
     0,                                        // tp_vectorcall_offset
     nullptr,                                  // tp_getattr
     nullptr,                                  // tp_setattr
@@ -458,8 +420,8 @@ PyTypeObject ClassesType = {
     nullptr,                                  // tp_as_buffer
     Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HAVE_GC,  // tp_flags
     "Tovi Plugin classes dictionary",         // tp_doc
-    classesTraverse,                          // tp_traverse
-    classesClear,                             // tp_clear
+    traverseRendererBound,                    // tp_traverse
+    clearRendererBound,                       // tp_clear
     nullptr,                                  // tp_richcompare
     0,                                        // tp_weaklistoffset
     classesIter,                              // tp_iter

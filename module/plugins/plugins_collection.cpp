@@ -11,12 +11,7 @@ namespace {
 
 // ---- tovi.Plugins ----
 
-struct PluginsObject {
-    PyObject_HEAD
-    PyObject* renderer;
-};
-
-PyObject* collectionRenderer(PyObject* self) { return reinterpret_cast<PluginsObject*>(self)->renderer; }
+PyObject* collectionRenderer(PyObject* self) { return boundRenderer(self); }
 ToviRenderer* collectionHandle(PyObject* self) { return rendererHandle(collectionRenderer(self)); }
 
 // Whether a wrapper belongs to this collection's renderer and its plugin exists.
@@ -112,34 +107,15 @@ PyObject* pluginsRepr(PyObject* self) {
 
 PyObject* pluginsIter(PyObject* self);
 
-PyObject* pluginsGetRenderer(PyObject* self, PyObject*) { return Py_NewRef(collectionRenderer(self)); }
-
-PyObject* pluginsDir(PyObject* self, PyObject*) {
-    PyRef names(pluginNamesList(self));
-    return names ? namesWithCollectionMethods(names.release()) : nullptr;
-}
-
-int pluginsTraverse(PyObject* self, visitproc visit, void* arg) {
-    Py_VISIT(collectionRenderer(self));
-    return 0;
-}
-
-int pluginsClear(PyObject* self) {
-    Py_CLEAR(reinterpret_cast<PluginsObject*>(self)->renderer);
-    return 0;
-}
-
-void pluginsDealloc(PyObject* self) {
-    PyObject_GC_UnTrack(self);
-    pluginsClear(self);
-    PyObject_GC_Del(self);
-}
+PyObject* pluginsDir(PyObject* self, PyObject*);
 
 PyMethodDef pluginsMethods[] = {
-    {"getRenderer", pluginsGetRenderer, METH_NOARGS, nullptr},
+    {"getRenderer", boundGetRenderer, METH_NOARGS, nullptr},
     {"__dir__", pluginsDir, METH_NOARGS, nullptr},
     {nullptr, nullptr, 0, nullptr},
 };
+
+PyObject* pluginsDir(PyObject* self, PyObject*) { return namesThenMethods(pluginNamesList(self), pluginsMethods); }
 
 PyMappingMethods pluginsAsMapping = {pluginsLength, pluginsGetItem, pluginsSetItem};
 PySequenceMethods pluginsAsSequence = {
@@ -217,13 +193,33 @@ void propertiesIteratorDealloc(PyObject* object) {
 
 }  // namespace
 
-PyObject* newPluginsCollection(PyObject* renderer) {
-    auto* plugins = PyObject_GC_New(PluginsObject, &PluginsType);
-    if (!plugins) return nullptr;
-    plugins->renderer = Py_NewRef(renderer);
-    PyObject_GC_Track(plugins);
-    return reinterpret_cast<PyObject*>(plugins);
+PyObject* newRendererBound(PyTypeObject* type, PyObject* renderer) {
+    auto* object = PyObject_GC_New(RendererBoundObject, type);
+    if (!object) return nullptr;
+    object->renderer = Py_NewRef(renderer);
+    PyObject_GC_Track(object);
+    return reinterpret_cast<PyObject*>(object);
 }
+
+int traverseRendererBound(PyObject* self, visitproc visit, void* arg) {
+    Py_VISIT(boundRenderer(self));
+    return 0;
+}
+
+int clearRendererBound(PyObject* self) {
+    Py_CLEAR(reinterpret_cast<RendererBoundObject*>(self)->renderer);
+    return 0;
+}
+
+void deallocRendererBound(PyObject* self) {
+    PyObject_GC_UnTrack(self);
+    clearRendererBound(self);
+    PyObject_GC_Del(self);
+}
+
+PyObject* boundGetRenderer(PyObject* self, PyObject*) { return Py_NewRef(boundRenderer(self)); }
+
+PyObject* newPluginsCollection(PyObject* renderer) { return newRendererBound(&PluginsType, renderer); }
 
 PyObject* newPropertiesIterator(ToviVector* names) {
     SdkVector owned(names);
@@ -236,21 +232,12 @@ PyObject* newPropertiesIterator(ToviVector* names) {
     return reinterpret_cast<PyObject*>(iterator);
 }
 
-PyObject* namesWithCollectionMethods(PyObject* names) {
-    PyRef list(names);
-    for (const char* method : {"getRenderer", "__dir__"}) {
-        PyRef name(PyUnicode_FromString(method));
-        if (!name || PyList_Append(list.get(), name.get()) < 0) return nullptr;
-    }
-    return list.release();
-}
-
 PyTypeObject PluginsType = {
     PyVarObject_HEAD_INIT(nullptr, 0)
     "tovi.Plugins",                           // tp_name
-    sizeof(PluginsObject),                    // tp_basicsize
+    sizeof(RendererBoundObject),              // tp_basicsize
     0,                                        // tp_itemsize
-    pluginsDealloc,                           // tp_dealloc
+    deallocRendererBound,                     // tp_dealloc
     0,                                        // tp_vectorcall_offset
     nullptr,                                  // tp_getattr
     nullptr,                                  // tp_setattr
@@ -267,8 +254,8 @@ PyTypeObject PluginsType = {
     nullptr,                                  // tp_as_buffer
     Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HAVE_GC,  // tp_flags
     nullptr,                                  // tp_doc
-    pluginsTraverse,                          // tp_traverse
-    pluginsClear,                             // tp_clear
+    traverseRendererBound,                    // tp_traverse
+    clearRendererBound,                       // tp_clear
     nullptr,                                  // tp_richcompare
     0,                                        // tp_weaklistoffset
     pluginsIter,                              // tp_iter

@@ -18,7 +18,17 @@ PyObject* newPluginsCollection(PyObject* renderer);
 // An iterator over the names of an SDK text vector, which it takes over.
 PyObject* newPropertiesIterator(ToviVector* names);
 
-// "getRenderer" and "__dir__" after `names` (the collections' __dir__).
-PyObject* namesWithCollectionMethods(PyObject* names);
+// The collections of a renderer (plugins, classes, ...) hold nothing but their renderer, and
+// share these slots.
+struct RendererBoundObject {
+    PyObject_HEAD
+    PyObject* renderer;
+};
+inline PyObject* boundRenderer(PyObject* self) { return reinterpret_cast<RendererBoundObject*>(self)->renderer; }
+PyObject* newRendererBound(PyTypeObject* type, PyObject* renderer);
+int traverseRendererBound(PyObject* self, visitproc visit, void* arg);
+int clearRendererBound(PyObject* self);
+void deallocRendererBound(PyObject* self);
+PyObject* boundGetRenderer(PyObject* self, PyObject*);
 
 }  // namespace tovi
