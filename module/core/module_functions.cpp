@@ -2,6 +2,7 @@
 // render-server host check and the compute-device lists.
 #include <climits>
 #include <cstring>
+#include <initializer_list>
 #include <memory>
 
 #include "core/errors.h"
@@ -9,6 +10,7 @@
 #include "core/module.h"
 #include "core/repr_strings.h"
 #include "core/sdk_loader.h"
+#include "lists/list_kinds.h"
 #include "values/color.h"
 #include "values/vector.h"
 
@@ -137,6 +139,87 @@ PyObject* getEnvVar(PyObject*, PyObject* args) {
     if (requireSdk() < 0) return nullptr;
     SdkBlock<char> value(SdkApi.Tovi_getEnvironmentVariable(name));
     return textOrNone(value.get());
+}
+
+// A colour-like argument: a Color or any sequence of `count` numbers.
+bool floatsFrom(PyObject* value, float* target, Py_ssize_t count, const char* name) {
+    PyRef items(PySequence_Check(value) ? PySequence_Tuple(value) : nullptr);
+    if (!items || PyTuple_GET_SIZE(items.get()) != count) {
+        PyErr_Clear();
+        PyErr_Format(PyExc_TypeError, "%s must be a sequence of %zd numbers.", name, count);
+        return false;
+    }
+    for (Py_ssize_t index = 0; index < count; ++index) {
+        double number = PyFloat_AsDouble(PyTuple_GET_ITEM(items.get(), index));
+        if (number == -1.0 && PyErr_Occurred()) {
+            PyErr_Clear();
+            PyErr_Format(PyExc_TypeError, "%s must be a sequence of %zd numbers.", name, count);
+            return false;
+        }
+        target[index] = static_cast<float>(number);
+    }
+    return true;
+}
+
+// The index of `text` in `names` (the module's text constants), or -1 with ValueError.
+int namedCode(const char* text, std::initializer_list<const char*> names, const char* what) {
+    int code = 0;
+    for (const char* name : names) {
+        if (std::strcmp(text, name) == 0) return code;
+        ++code;
+    }
+    PyErr_Format(PyExc_ValueError, "Unknown %s '%s'.", what, text);
+    return -1;
+}
+
+PyObject* encodeScannedMaterialParams(PyObject*, PyObject* args, PyObject* keywords) {
+    static const char* const names[] = {"filterColor", "paintColor", "ccMultiplier", "uvScale",    "uvRotation",
+                                        "bumpMultiplier", "saturation", "channelMask", "plainMode", "colorSpace",
+                                        nullptr};
+    PyObject *filter = nullptr, *paint = nullptr, *multiplier = nullptr, *uvScale = nullptr;
+    double rotation = 0.0, bump = 1.0, saturation = 1.0;
+    int channelMask = 0;
+    const char* plainMode = nullptr;
+    const char* colorSpace = nullptr;
+    if (!PyArg_ParseTupleAndKeywords(args, keywords, "|$OOOOdddiss", const_cast<char**>(names), &filter, &paint,
+                                     &multiplier, &uvScale, &rotation, &bump, &saturation, &channelMask, &plainMode,
+                                     &colorSpace)) {
+        return nullptr;
+    }
+    if (requireSdk() < 0) return nullptr;
+    ToviBRDFScannedParams params;
+    if (SdkApi.Tovi_BRDFScannedParams_initialize(&params) != 0) return raiseSdkBroken();
+    if ((filter && !floatsFrom(filter, params.filterColor, 3, "filterColor")) ||
+        (paint && !floatsFrom(paint, params.paintColor, 3, "paintColor")) ||
+        (multiplier && !floatsFrom(multiplier, params.ccMultiplier, 3, "ccMultiplier")) ||
+        (uvScale && !floatsFrom(uvScale, params.uvScale, 2, "uvScale"))) {
+        return nullptr;
+    }
+    if (keywords) {
+        // Only the numbers that were given replace the SDK's defaults.
+        if (PyDict_GetItemString(keywords, "uvRotation")) params.uvRotation = static_cast<float>(rotation);
+        if (PyDict_GetItemString(keywords, "bumpMultiplier")) params.bumpMultiplier = static_cast<float>(bump);
+        if (PyDict_GetItemString(keywords, "saturation")) params.saturation = static_cast<float>(saturation);
+        if (PyDict_GetItemString(keywords, "channelMask")) params.channelMask = channelMask;
+    }
+    if (plainMode) {
+        int code = namedCode(plainMode, {"PL_NONE", "PL_HMG", "PL_HMGSYM", "PL_TRIPLANAR"}, "plain mode");
+        if (code < 0) return nullptr;
+        params.plainMode = code;
+    }
+    if (colorSpace) {
+        int code = namedCode(colorSpace, {"CS_SRGB", "CS_ADOBE", "CS_PP"}, "color space");
+        if (code < 0) return nullptr;
+        params.colorSpace = code;
+    }
+    int32_t* words = nullptr;
+    int count = SdkApi.Tovi_encodeBRDFScannedParams(&params, &words);
+    if (count < 0 || !words) {
+        SdkApi.C_memory_free(words);
+        PyErr_SetString(PyExc_ValueError, "The scanned material parameters are out of range.");
+        return nullptr;
+    }
+    return adoptSdkBuffer(&IntListType.type, words, count);
 }
 
 // The default of a shader parameter, by its value type: int, float, vector or colour (3
@@ -419,6 +502,8 @@ PyMethodDef moduleFunctions[] = {
     {"isDR2", isDR2, METH_NOARGS,
      "Returns true, if Tovi is built with DR2 - Distributed Rendering generation 2.\n"
      "Returns false, in case of a DR1 build."},
+    {"encodeScannedMaterialParams", reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(encodeScannedMaterialParams)),
+     METH_VARARGS | METH_KEYWORDS, nullptr},
     {"getOSLParameters", getOSLParameters, METH_VARARGS, nullptr},
     {"setEnvVar", setEnvVar, METH_VARARGS, nullptr},
     {"getEnvVar", getEnvVar, METH_VARARGS, nullptr},

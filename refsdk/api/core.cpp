@@ -10,6 +10,7 @@
 #include "core/library.h"
 #include "core/memory.h"
 #include "core/text.h"
+#include "material/scanned_params.h"
 #include "testctl/recorder.h"
 
 using namespace tovi::ref;
@@ -98,6 +99,21 @@ TOVI_API char* Tovi_getEnvironmentVariable(const char* name) {
     return value ? blockCopy(value) : nullptr;
 }
 
+TOVI_API int Tovi_encodeBRDFScannedParams(const ToviBRDFScannedParams* params, int32_t** words) {
+    if (!params || !words) return -1;
+    try {
+        auto encoded = encodeScannedParams(*params);
+        if (!encoded) return -1;
+        auto* block = static_cast<int32_t*>(allocateBlock(encoded->size() * sizeof(int32_t)));
+        if (!block) return -1;
+        std::memcpy(block, encoded->data(), encoded->size() * sizeof(int32_t));
+        *words = block;
+        return static_cast<int>(encoded->size());
+    } catch (const std::exception&) {
+        return -1;
+    }
+}
+
 // The reference SDK has no render-server client yet: a check answers only what a test injected.
 TOVI_API ToviDRHostCheck* Tovi_checkDRHost(const char* host) {
     TOVI_RECORD("Tovi_checkDRHost", {{"host", host ? host : ""}});
@@ -112,7 +128,6 @@ TOVI_API ToviDRHostCheck* Tovi_checkDRHost(const char* host) {
 
 // Not built yet: these answer their failure values.
 
-TOVI_API int Tovi_encodeBRDFScannedParams(const ToviBRDFScannedParams* params, int32_t** words) { return -1; }
 TOVI_API int Tovi_getUserDataCount(void) { return userDataSlotCount; }
 TOVI_API int Tovi_setUSDProvider(const char* provider) { return -1; }
 TOVI_API int Tovi_getRenderElementDescs(ToviRenderElementDesc** descs) { return -1; }

@@ -212,3 +212,32 @@ def test_close_drops_the_cached_default_values():
     tovi.close()
     assert tovi.Vector() is not vector and tovi.Color() is not color and tovi.AColor() is not acolor
     assert tovi.Vector() == vector and tovi.AColor() == acolor
+
+
+def test_scanned_material_parameters(sdk):
+    import struct
+
+    default = tovi.encodeScannedMaterialParams()
+    assert type(default) is tovi.IntList and len(default) == 24
+    words = bytes(default)
+    assert words[:8] == struct.pack("<II", 0x43535654, 1)
+    assert struct.unpack_from("<12f", words, 8) == (1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 1, 0)
+    encoded = tovi.encodeScannedMaterialParams(
+        filterColor=tovi.Color(0.5, 0.25, 1), paintColor=(1, 0, 0), uvScale=[2, 4], uvRotation=90, saturation=0.5,
+        channelMask=tovi.SCANNED_MATERIAL_CHANNEL_FILTER_BITMASK | tovi.SCANNED_MATERIAL_CHANNEL_PAINT_BITMASK,
+        plainMode=tovi.SCANNED_MATERIAL_PLAIN_TRIPLANAR, colorSpace=tovi.SCANNED_MATERIAL_COLOR_SPACE_PRO_PHOTO)
+    fields = struct.unpack_from("<14f3i", bytes(encoded), 8)
+    assert fields[:6] == (0.5, 0.25, 1, 1, 0, 0) and fields[9:14] == (2, 4, 90, 1, 0.5) and fields[14:] == (3, 3, 2)
+    for arguments, error, message in [
+        ({"plainMode": "PL_X"}, ValueError, "Unknown plain mode 'PL_X'."),
+        ({"colorSpace": "sRGB"}, ValueError, "Unknown color space 'sRGB'."),
+        ({"filterColor": (1, 2)}, TypeError, "filterColor must be a sequence of 3 numbers."),
+        ({"uvScale": "ab"}, TypeError, "uvScale must be a sequence of 2 numbers."),
+        ({"channelMask": 8}, ValueError, "The scanned material parameters are out of range."),
+        ({"saturation": float("inf")}, ValueError, "The scanned material parameters are out of range."),
+    ]:
+        with pytest.raises(error) as raised:
+            tovi.encodeScannedMaterialParams(**arguments)
+        assert str(raised.value) == message
+    with pytest.raises(TypeError):
+        tovi.encodeScannedMaterialParams((1, 1, 1))
