@@ -30,16 +30,17 @@ ImagePtr cloneImage(const ToviImage& image) {
     return copy;
 }
 
+// The products are exact in double; in float they can round up onto the half step.
 uint8_t toByte(float value) {
     if (!(value > 0.0f)) return 0;
     if (value >= 1.0f) return 255;
-    return static_cast<uint8_t>(std::lround(value * 255.0f));
+    return static_cast<uint8_t>(std::lround(static_cast<double>(value) * 255.0));
 }
 
 uint16_t toWord(float value) {
     if (!(value > 0.0f)) return 0;
     if (value >= 1.0f) return 65535;
-    return static_cast<uint16_t>(std::lround(value * 65535.0f));
+    return static_cast<uint16_t>(std::lround(static_cast<double>(value) * 65535.0));
 }
 
 ByteEncoder::ByteEncoder(float gamma) : inverseGamma_(1.0f / gamma) {}

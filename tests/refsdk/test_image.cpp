@@ -47,6 +47,17 @@ TEST(Image, IsOneAllocatorBlockOfTransparentBlackWithGammaOne) {
     EXPECT_EQ(liveBlockCount(), start);
 }
 
+TEST(Image, EightAndSixteenBitCodesAreWithinHalfAStep) {
+    // Values whose float product with 255 or 65535 rounds up onto the half step.
+    EXPECT_EQ(toWord(0.7f), 45874);
+    EXPECT_EQ(toByte(0.5039215683937073f), 128);
+    EXPECT_EQ(toByte(0.5156862735748291f), 131);
+    for (float value : {0.7f, 0.5039215683937073f, 0.25f, 1.0f / 3.0f}) {
+        EXPECT_LE(std::fabs(toWord(value) - 65535.0 * value), 0.5) << value;
+        EXPECT_LE(std::fabs(toByte(value) - 255.0 * value), 0.5) << value;
+    }
+}
+
 TEST(Image, CropsRegionsMirrorsNegativeSizesAndRefusesOutsideRegions) {
     ImagePtr image = gradientImage(5, 4);
     image->outputGamma = 1.8f;
