@@ -61,6 +61,12 @@ public:
     }
     T* get() const { return block_; }
     T* operator->() const { return block_; }
+    // Hands the block over to a new owner.
+    T* release() {
+        T* block = block_;
+        block_ = nullptr;
+        return block;
+    }
     explicit operator bool() const { return block_ != nullptr; }
     void reset(T* block = nullptr) {
         if (block_) SdkApi.C_memory_free(const_cast<void*>(static_cast<const void*>(block_)));

@@ -5,6 +5,8 @@
 #include "core/language.h"
 #include "core/repr_strings.h"
 #include "core/sdk_loader.h"
+#include "image/compressed_image.h"
+#include "image/image.h"
 #include "lists/list_kinds.h"
 #include "plugins/plugin.h"
 #include "plugins/plugin_class.h"
@@ -26,6 +28,8 @@ namespace {
 // Every type of the module, in the order it is readied.
 PyTypeObject* const typesInReadyOrder[] = {
     &ToviRendererType,
+    &ToviImageType,
+    &CompressedImageType,
     &PluginsType,
     &ClassesType,
     &PluginsIteratorType,
@@ -58,6 +62,7 @@ struct ModuleType {
 const ModuleType moduleTypes[] = {
     {"ToviRenderer", &ToviRendererType},
     {"Renderer", &ToviRendererType},
+    {"ToviImage", &ToviImageType},
     {"Plugin", &PluginType},
     {"PluginRef", &PluginRefType},
     {"Class", &ClassType},
@@ -184,6 +189,7 @@ void addPropertyStates() {
 
 PyObject* initModule() {
     if (createReprStrings() < 0) return nullptr;
+    ToviImageType.tp_new = PyType_GenericNew;
     setUpLanguageType();
     for (PyTypeObject* type : typesInReadyOrder) {
         if (PyType_Ready(type) < 0) return nullptr;
