@@ -1,0 +1,75 @@
+// CompressedImage's element kinds, which no Python call reaches: every encoding method hands out
+// bytes.
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "image/compressed_image.h"
+#include "testing.h"
+
+namespace tovi {
+namespace {
+
+using testing::namespaceWith;
+using testing::run;
+
+long long liveBlocks() {
+    static auto* count = [] {
+        void* library = dlopen(TOVI_TEST_SDK_FOLDER "/libToviSDKLibrary.so", RTLD_NOW | RTLD_NOLOAD);
+        return reinterpret_cast<long long (*)(const char*)>(library ? dlsym(library, "ToviRef_liveCount") : nullptr);
+    }();
+    return count ? count("blocks") : -1;
+}
+
+// A memoryview over 8 SDK bytes 0xFF, 0xFE, ... exported with the given element kind: its format,
+// item size, length, read-only flag and the first item.
+PyObject* describe(int32_t elementKind, bool isSigned) {
+    auto* bytes = static_cast<uint8_t*>(SdkApi.C_memory_alloc(8));
+    for (int index = 0; index < 8; ++index) bytes[index] = static_cast<uint8_t>(0xFF - index);
+    PyRef image(newCompressedImage(bytes, 8, elementKind, isSigned));
+    if (!image) return nullptr;
+    PyRef names(namespaceWith("image", image.get()));
+    PyObject* result = run(
+        "view = memoryview(image)\n"
+        "result = (view.format, view.itemsize, len(view), view.readonly, view[0], view.nbytes)\n"
+        "view.release()\n",
+        names.get());
+    return Py_XNewRef(result);
+}
+
+TEST(CompressedImage, ExportsItemsOfItsElementKindAndFreesItsBlock) {
+    long long blocks = liveBlocks();
+    struct Case {
+        int32_t kind;
+        bool isSigned;
+        const char* expected;
+    } cases[] = {
+        {1, false, "('B', 1, 8, True, 255, 8)"},
+        {2, false, "('H', 2, 4, True, 65279, 8)"},
+        {4, false, "('I', 4, 2, True, 4244504319, 8)"},
+        {4, true, "('i', 4, 2, True, -50462977, 8)"},
+    };
+    for (const Case& c : cases) {
+        PyRef described(describe(c.kind, c.isSigned));
+        ASSERT_TRUE(described) << c.kind;
+        PyRef text(PyObject_Repr(described.get()));
+        EXPECT_STREQ(PyUnicode_AsUTF8(text.get()), c.expected);
+    }
+    EXPECT_EQ(liveBlocks(), blocks);
+
+    // A writable export is refused; a kind it cannot export frees the block too.
+    PyRef image(newCompressedImage(SdkApi.C_memory_alloc(4), 4, 1, false));
+    Py_buffer view;
+    EXPECT_EQ(PyObject_GetBuffer(image.get(), &view, PyBUF_WRITABLE), -1);
+    EXPECT_TRUE(PyErr_ExceptionMatches(PyExc_BufferError));
+    PyErr_Clear();
+    EXPECT_EQ(newCompressedImage(SdkApi.C_memory_alloc(4), 4, 3, false), nullptr);
+    EXPECT_TRUE(PyErr_ExceptionMatches(PyExc_ValueError));
+    PyErr_Clear();
+    image.reset();
+    EXPECT_EQ(liveBlocks(), blocks);
+}
+
+}  // namespace
+}  // namespace tovi
