@@ -1,11 +1,12 @@
-// CompressedImage's element kinds, which no Python call reaches: every encoding method hands out
-// bytes.
+// The image services for other parts of the module: the wrapper that renderer events and images
+// use, and CompressedImage's element kinds (every encoding method hands out bytes).
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
 
 #include "image/compressed_image.h"
+#include "image/image.h"
 #include "testing.h"
 
 namespace tovi {
@@ -67,6 +68,29 @@ TEST(CompressedImage, ExportsItemsOfItsElementKindAndFreesItsBlock) {
     EXPECT_EQ(newCompressedImage(SdkApi.C_memory_alloc(4), 4, 3, false), nullptr);
     EXPECT_TRUE(PyErr_ExceptionMatches(PyExc_ValueError));
     PyErr_Clear();
+    image.reset();
+    EXPECT_EQ(liveBlocks(), blocks);
+}
+
+TEST(ImageWrapper, TakesOverTheHandleAndCarriesPositionAndHost) {
+    long long blocks = liveBlocks();
+    PyRef region(newImageWrapper(nullptr, 16, 32, "render-node-2"));
+    ASSERT_TRUE(region);
+    PyRef names(namespaceWith("region", region.get()));
+    PyObject* result = run("result = (region.x, region.y, region.width, len(region), region.host)", names.get());
+    ASSERT_TRUE(result);
+    PyRef text(PyObject_Repr(result));
+    EXPECT_STREQ(PyUnicode_AsUTF8(text.get()), "(16, 32, 0, 0, 'render-node-2')");
+
+    // A host text that is not UTF-8 still makes an image: the bad byte reads as U+FFFD.
+    PyRef image(newImageWrapper(SdkApi.ToviImage_create(3, 2), 1, 2, "\xff"));
+    ASSERT_TRUE(image);
+    PyDict_SetItemString(names.get(), "image", image.get());
+    result = run("result = (image.x, image.y, image.width, image.height, len(image), image.host)", names.get());
+    ASSERT_TRUE(result);
+    text.reset(PyObject_Repr(result));
+    EXPECT_STREQ(PyUnicode_AsUTF8(text.get()), "(1, 2, 3, 2, 6, '\xEF\xBF\xBD')");
+    PyDict_Clear(names.get());
     image.reset();
     EXPECT_EQ(liveBlocks(), blocks);
 }
