@@ -158,5 +158,3 @@ TOVI_API int Tovi_getOSLParameters(const char* shaderSource, ToviOSLParameter** 
     reportUnsupported(errorText);
     return -1;
 }
-TOVI_API const char* Tovi_getPluginCategoryNameFromEnum(int index) { return NULL; }
-TOVI_API int Tovi_getPluginCategoryEnumFromName(const char* name) { return 0; }

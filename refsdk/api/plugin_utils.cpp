@@ -6,6 +6,7 @@
 #include "core/memory.h"
 #include "scene/plugin_class.h"
 #include "scene/value_stream.h"
+#include "testctl/recorder.h"
 
 using namespace tovi::ref;
 using namespace tovi::ref::scene;
@@ -57,5 +58,11 @@ TOVI_API int Tovi_PluginUtils_getPropertyElementsCount(const ToviPropertyDefinit
     return definition ? definition->elementsCount : -1;
 }
 TOVI_API int Tovi_PluginUtils_getPropertyGpuSupport(ToviRenderer* renderer, const char* className, const ToviPropertyDefinition* definition) {
+    TOVI_RECORD("Tovi_PluginUtils_getPropertyGpuSupport", {{"className", className ? nlohmann::json(className) : nlohmann::json()}});
+    try {
+        if (auto injected = takeInjectedResult("Tovi_PluginUtils_getPropertyGpuSupport")) return injected->get<int>();
+    } catch (...) {
+        return -1;
+    }
     return definition ? definition->gpuSupport : -1;
 }

@@ -425,24 +425,6 @@ TOVI_API int Tovi_ToviRenderer_getLastParserErrorFileName(ToviRenderer* renderer
 }
 TOVI_API int Tovi_ToviRenderer_getLastParserErrorFileLine(ToviRenderer* renderer) { return 0; }
 TOVI_API int Tovi_ToviRenderer_getLastParserErrorText(ToviRenderer* renderer, ToviCharString* text) { return -1; }
-TOVI_API ToviPluginID* Tovi_ToviRenderer_getPluginsOfCategories(ToviRenderer* renderer, const uint64_t* categoryMasks, int maskCount, int* count) {
-    return NULL;
-}
-TOVI_API int Tovi_ToviRenderer_isPluginOfCategories(ToviRenderer* renderer, ToviPluginID pluginID, uint64_t categoryMask) {
-    return 0;
-}
-TOVI_API ToviVector* Tovi_ToviRenderer_getPluginClassNamesOfCategories(ToviRenderer* renderer, const uint64_t* categoryMasks, int maskCount) {
-    return NULL;
-}
-TOVI_API int Tovi_ToviRenderer_isPluginClassOfCategory(ToviRenderer* renderer, const char* className, uint32_t categoryIndex) {
-    return 0;
-}
-TOVI_API uint64_t Tovi_ToviRenderer_getPluginClassCategories(ToviRenderer* renderer, const char* className) {
-    return 0;
-}
-TOVI_API uint64_t Tovi_ToviRenderer_getPluginCategories(ToviRenderer* renderer, ToviPluginID pluginID) {
-    return 0;
-}
 TOVI_API int Tovi_ToviRenderer_stop(ToviRenderer* renderer) { return -1; }
 TOVI_API ToviImage* Tovi_ToviRenderer_getImage(ToviRenderer* renderer, const ToviImageRequest* request) {
     return NULL;

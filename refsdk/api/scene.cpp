@@ -2,6 +2,9 @@
 // property states and keyframes, the time, and commits.
 #include <cmath>
 #include <cstring>
+#include <deque>
+#include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -10,8 +13,10 @@
 #include "core/errors.h"
 #include "core/memory.h"
 #include "core/text.h"
+#include "format/class_definitions.h"
 #include "format/value_syntax.h"
 #include "scene/catalogue.h"
+#include "scene/categories.h"
 #include "scene/value_stream.h"
 #include "testctl/recorder.h"
 
@@ -233,6 +238,27 @@ int rename(ToviRenderer& renderer, ToviPluginID id, const char* newName, int aut
 
 const PluginClass* classNamed(const char* className) { return className ? catalogue().find(className) : nullptr; }
 
+// A test's injected property: the first property of a class declared in the injected text, or
+// null when the text does not read. Handles must outlive the call, so the classes stay for as
+// long as the library is loaded.
+const PropertyDefinition* injectedProperty(const nlohmann::json& declaration) {
+    static std::mutex mutex;
+    static std::deque<ClassRegistry> registries;
+    if (!declaration.is_string()) return nullptr;
+    std::lock_guard<std::mutex> lock(mutex);
+    ClassRegistry& registry = registries.emplace_back();
+    if (!format::readClassDefinitions(declaration.get<std::string>(), registry, nullptr) || registry.size() == 0 ||
+        registry.at(0).propertyCount() == 0) {
+        return nullptr;
+    }
+    return &registry.at(0).property(0);
+}
+
+uint64_t pluginCategories(const ToviRenderer& renderer, ToviPluginID id) {
+    const PluginClass* pluginClass = renderer.scene.pluginClass(id);
+    return pluginClass ? pluginClass->categories() : 0;
+}
+
 }  // namespace
 
 // ---- values as streams ----
@@ -316,6 +342,9 @@ TOVI_API const ToviPropertyDefinition* Tovi_ToviRenderer_getPropertyDefinitionBy
 
 TOVI_API const ToviPropertyDefinition* Tovi_ToviRenderer_getPropertyDefinitionFromClass(ToviRenderer* renderer, const char* className, const char* propertyName) {
     return withRenderer(renderer, static_cast<const ToviPropertyDefinition*>(nullptr), [&](ToviRenderer&) {
+        if (auto injected = takeInjectedResult("Tovi_ToviRenderer_getPropertyDefinitionFromClass")) {
+            return injectedProperty(*injected);
+        }
         const PluginClass* pluginClass = classNamed(className);
         return pluginClass && propertyName ? pluginClass->findProperty(propertyName) : nullptr;
     });
@@ -516,6 +545,71 @@ TOVI_API const char* Tovi_ToviRenderer_getPluginDeprecation(ToviRenderer* render
         const PluginClass* pluginClass = classNamed(className);
         return pluginClass && !pluginClass->deprecation().empty() ? pluginClass->deprecation().c_str() : nullptr;
     });
+}
+
+// ---- categories ----
+
+TOVI_API const char* Tovi_getPluginCategoryNameFromEnum(int index) { return categoryName(index); }
+
+TOVI_API int Tovi_getPluginCategoryEnumFromName(const char* name) {
+    if (!name) return categoryCount();
+    return categoryIndex(name).value_or(categoryCount());
+}
+
+TOVI_API ToviPluginID* Tovi_ToviRenderer_getPluginsOfCategories(ToviRenderer* renderer, const uint64_t* categoryMasks, int maskCount, int* count) {
+    TOVI_RECORD("Tovi_ToviRenderer_getPluginsOfCategories",
+                {{"masks", categoryMasks && maskCount > 0 ? std::vector<uint64_t>(categoryMasks, categoryMasks + maskCount)
+                                                         : std::vector<uint64_t>()}});
+    if (count) *count = 0;
+    if (!count) return nullptr;
+    return withRenderer(renderer, static_cast<ToviPluginID*>(nullptr), [&](ToviRenderer& r) -> ToviPluginID* {
+        std::vector<ToviPluginID> found;
+        for (ToviPluginID id : r.scene.pluginIDs()) {
+            if (inAllCategoriesOfAny(pluginCategories(r, id), categoryMasks, maskCount)) found.push_back(id);
+        }
+        if (found.empty()) return nullptr;
+        ToviPluginID* ids = blockOf(found);
+        if (ids) *count = static_cast<int>(found.size());
+        return ids;
+    });
+}
+
+TOVI_API int Tovi_ToviRenderer_isPluginOfCategories(ToviRenderer* renderer, ToviPluginID pluginID, uint64_t categoryMask) {
+    return withRenderer(renderer, 0, [&](ToviRenderer& r) {
+        return r.scene.pluginExists(pluginID) && inAllCategories(pluginCategories(r, pluginID), categoryMask) ? 1 : 0;
+    });
+}
+
+TOVI_API ToviVector* Tovi_ToviRenderer_getPluginClassNamesOfCategories(ToviRenderer* renderer, const uint64_t* categoryMasks, int maskCount) {
+    TOVI_RECORD("Tovi_ToviRenderer_getPluginClassNamesOfCategories",
+                {{"masks", categoryMasks && maskCount > 0 ? std::vector<uint64_t>(categoryMasks, categoryMasks + maskCount)
+                                                         : std::vector<uint64_t>()}});
+    return withRenderer(renderer, static_cast<ToviVector*>(nullptr), [&](ToviRenderer& r) {
+        std::vector<std::string> names;
+        for (size_t index = 0; index < r.scene.classes().size(); ++index) {
+            const PluginClass& pluginClass = r.scene.classes().at(index);
+            if (inAllCategoriesOfAny(pluginClass.categories(), categoryMasks, maskCount)) names.push_back(pluginClass.name());
+        }
+        return newTextVector(std::move(names));
+    });
+}
+
+TOVI_API int Tovi_ToviRenderer_isPluginClassOfCategory(ToviRenderer* renderer, const char* className, uint32_t categoryIndex) {
+    return withRenderer(renderer, 0, [&](ToviRenderer&) {
+        const PluginClass* pluginClass = classNamed(className);
+        return pluginClass && categoryIndex < 64 && (pluginClass->categories() >> categoryIndex & 1) ? 1 : 0;
+    });
+}
+
+TOVI_API uint64_t Tovi_ToviRenderer_getPluginClassCategories(ToviRenderer* renderer, const char* className) {
+    return withRenderer(renderer, uint64_t{0}, [&](ToviRenderer&) {
+        const PluginClass* pluginClass = classNamed(className);
+        return pluginClass ? pluginClass->categories() : uint64_t{0};
+    });
+}
+
+TOVI_API uint64_t Tovi_ToviRenderer_getPluginCategories(ToviRenderer* renderer, ToviPluginID pluginID) {
+    return withRenderer(renderer, uint64_t{0}, [&](ToviRenderer& r) { return pluginCategories(r, pluginID); });
 }
 
 // ---- time and commits ----

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <charconv>
 
+#include "format/ui_guides.h"
 #include "format/value_syntax.h"
+#include "scene/categories.h"
 
 namespace tovi::ref::format {
 
@@ -110,6 +112,61 @@ private:
         return fail("unknown GPU support '" + std::string(name) + "'");
     }
 
+    // categories=name,name,... if it comes next.
+    bool categoriesOption(uint64_t& mask) {
+        skipBlanks();
+        if (text_.substr(pos_, 11) != "categories=") return true;
+        pos_ += 11;
+        do {
+            if (!atEnd() && text_[pos_] == ',') ++pos_;
+            std::string_view name = word();
+            auto index = categoryIndex(name);
+            if (!index) return fail("unknown category '" + std::string(name) + "'");
+            mask |= uint64_t{1} << *index;
+        } while (!atEnd() && text_[pos_] == ',');
+        return true;
+    }
+
+    // The guide text in braces after a property's description, if it comes next: its lines
+    // joined by single spaces.
+    bool guideBlock(PropertyDefinition& definition) {
+        skip();
+        if (atEnd() || text_[pos_] != '{') return true;
+        size_t start = ++pos_;
+        bool inQuotes = false;
+        while (!atEnd() && (inQuotes || text_[pos_] != '}')) {
+            if (text_[pos_] == '\\' && inQuotes) ++pos_;
+            else if (text_[pos_] == '"') inQuotes = !inQuotes;
+            ++pos_;
+        }
+        if (atEnd()) return fail("the guides in braces do not end");
+        std::string joined;
+        bool space = false;
+        bool escaped = false;
+        for (char c : text_.substr(start, pos_ - start)) {
+            bool blank = c == ' ' || c == '\t' || c == '\n' || c == '\r';
+            if (blank && !inQuotes) {
+                space = !joined.empty();
+                continue;
+            }
+            if (c == '"' && !escaped) inQuotes = !inQuotes;
+            escaped = inQuotes && c == '\\' && !escaped;
+            if (space) joined += ' ';
+            space = false;
+            joined += c;
+        }
+        std::string error;
+        auto guides = parseUIGuides(joined, &error);
+        if (!guides) {
+            pos_ = start;
+            return fail("guides: " + error);
+        }
+        ++pos_;
+        definition.uiGuides = std::move(joined);
+        definition.guides = std::move(*guides);
+        return true;
+    }
+
     bool readClass() {
         if (word() != "class") return fail("expected 'class'");
         skipBlanks();
@@ -117,10 +174,13 @@ private:
         if (name.empty()) return fail("expected the class name");
         int gpu = 0;
         if (!gpuOption({"full", "partial", "bake", "none"}, gpu)) return false;
+        uint64_t categories = 0;
+        if (!categoriesOption(categories)) return false;
         std::string description;
         if (!quoted(description)) return false;
         auto pluginClass = std::make_unique<PluginClass>(name, description);
         pluginClass->setGpuSupport(static_cast<ClassGpuSupport>(gpu));
+        pluginClass->setCategories(categories);
         skip();
         while (!atEnd() && text_.substr(pos_, 6) != "class ") {
             if (!readProperty(*pluginClass)) return false;
@@ -184,6 +244,7 @@ private:
         }
         if (!gpuOption({"full", "partial", "none"}, definition.gpuSupport)) return false;
         if (!quoted(definition.description)) return false;
+        if (!guideBlock(definition)) return false;
         std::string name = definition.name;
         if (!pluginClass.addProperty(std::move(definition))) return fail("property '" + name + "' is declared twice");
         return true;

@@ -1,7 +1,9 @@
 #include "scene/database.h"
 
 #include <cmath>
+#include <deque>
 #include <iterator>
+#include <set>
 
 namespace tovi::ref::scene {
 
@@ -288,6 +290,66 @@ std::optional<std::vector<double>> SceneDatabase::keyframeTimes(ToviPluginID id,
     std::vector<double> times;
     for (const auto& [time, key] : record->slots[definition->index].keyframes) times.push_back(time);
     return times;
+}
+
+std::optional<Value> SceneDatabase::currentValueLocked(const PluginRecord& record, size_t index) const {
+    const PropertySlot& slot = record.slots[index];
+    switch (slot.state) {
+        case PropertyState::Default: return record.pluginClass->property(index).defaultValue;
+        case PropertyState::NotAnimated: return slot.value;
+        case PropertyState::Animated: return valueAt(slot, currentTime_);
+        case PropertyState::Invalid: break;
+    }
+    return std::nullopt;
+}
+
+template <typename Visit>
+void SceneDatabase::forEachLinkFromLocked(const PluginRecord& record, Visit&& visit) const {
+    for (size_t index = 0; index < record.slots.size(); ++index) {
+        std::optional<Value> value = currentValueLocked(record, index);
+        if (!value) continue;
+        forEachPluginRef(*value, [&](PluginRef& ref) {
+            if (!ref.isNone()) visit(PluginLink{ref.id, record.id, ref.output, static_cast<int32_t>(index)});
+        });
+    }
+}
+
+std::vector<PluginLink> SceneDatabase::childLinks(ToviPluginID id, bool recursive) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    std::vector<PluginLink> links;
+    if (!findLocked(id)) return links;
+    std::deque<ToviPluginID> pending{id};
+    std::set<ToviPluginID> seen{id};
+    while (!pending.empty()) {
+        const PluginRecord* record = findLocked(pending.front());
+        pending.pop_front();
+        if (!record) continue;
+        forEachLinkFromLocked(*record, [&](const PluginLink& link) {
+            links.push_back(link);
+            if (recursive && seen.insert(link.referenced).second) pending.push_back(link.referenced);
+        });
+    }
+    return links;
+}
+
+std::vector<PluginLink> SceneDatabase::parentLinks(ToviPluginID id, bool recursive) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    std::vector<PluginLink> links;
+    if (!findLocked(id)) return links;
+    std::deque<ToviPluginID> pending{id};
+    std::set<ToviPluginID> seen{id};
+    while (!pending.empty()) {
+        ToviPluginID child = pending.front();
+        pending.pop_front();
+        for (const auto& [parentID, record] : plugins_) {
+            forEachLinkFromLocked(*record, [&](const PluginLink& link) {
+                if (link.referenced != child) return;
+                links.push_back(link);
+                if (recursive && seen.insert(link.referencing).second) pending.push_back(link.referencing);
+            });
+        }
+    }
+    return links;
 }
 
 double SceneDatabase::framesPerSecondLocked() const {

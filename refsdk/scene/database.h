@@ -40,6 +40,14 @@ struct PropertyRead {
     std::optional<Value> value;  // nothing when the property holds no value (outputs, no default)
 };
 
+// One reference of a plugin's property value to a plugin or one of its outputs.
+struct PluginLink {
+    ToviPluginID referenced;
+    ToviPluginID referencing;
+    int32_t output;         // the referenced output, 0 for the plugin itself
+    int32_t propertyIndex;  // the property of the referencing plugin that holds the reference
+};
+
 class SceneDatabase {
 public:
     // allowAnyNameCharacters: plugin names may use characters beyond A-Z a-z 0-9 @ | _.
@@ -87,6 +95,15 @@ public:
     // Nothing when plugin or property is missing; empty when the property is not animated.
     std::optional<std::vector<double>> keyframeTimes(ToviPluginID id, std::string_view property) const;
 
+    // ---- references ----
+    // The references made by the plugin's current values, property by property and list item by
+    // list item. Recursive: then those of the plugins referred to, breadth first, each plugin
+    // once. Nothing for a missing plugin.
+    std::vector<PluginLink> childLinks(ToviPluginID id, bool recursive) const;
+    // The references to the plugin or its outputs, by plugin in creation order. Recursive: then
+    // the references to those plugins, breadth first, each plugin once.
+    std::vector<PluginLink> parentLinks(ToviPluginID id, bool recursive) const;
+
     // ---- time ----
     // Frames and seconds are tied by the output settings' frame rate.
     void setCurrentTime(double seconds);
@@ -118,6 +135,10 @@ private:
     SceneStatus checkNewName(std::string_view name) const;
     bool referencesAreValid(Value& value) const;
     Value valueAt(const PropertySlot& slot, double time) const;
+    // The value a property holds at the current time; nothing when it holds none.
+    std::optional<Value> currentValueLocked(const PluginRecord& record, size_t index) const;
+    template <typename Visit>
+    void forEachLinkFromLocked(const PluginRecord& record, Visit&& visit) const;
     double framesPerSecondLocked() const;
     void changedLocked(bool autoCommit);
     void redirectLocked(ToviPluginID id, ToviPluginID replacement);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "scene/property_type.h"
+#include "scene/ui_guides.h"
 #include "scene/value.h"
 #include "tovi_sdk.h"
 
@@ -24,6 +25,7 @@ struct ToviPropertyDefinition {
     std::string description;
     std::string deprecation;  // empty: not deprecated
     std::string uiGuides;     // the raw guide text; empty when none
+    tovi::ref::scene::UIGuides guides;  // read from uiGuides
     // -1: not a list; 0: a list of any length; n > 0: exactly n elements.
     int elementsCount = -1;
     // 0 full, 1 partial, 2 none.

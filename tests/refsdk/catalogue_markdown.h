@@ -6,6 +6,7 @@
 
 #include "format/value_syntax.h"
 #include "scene/catalogue.h"
+#include "scene/categories.h"
 
 namespace tovi::ref::docs {
 
@@ -23,17 +24,41 @@ inline std::string catalogueMarkdown() {
         "The classes of the reference renderer, in the order the SDK lists them. Each property gives its type\n"
         "(as property types are named), its default in the value syntax (docs/value-syntax.md) and its\n"
         "meaning. Output properties hold no value: a reference to an output (`plugin::output`) reads it.\n"
-        "A list type followed by [n] takes exactly n elements. Generated from the catalogue by\n"
-        "`catalogue_doc` in the test build; a test keeps this file in step with it.\n";
+        "A list type followed by [n] takes exactly n elements. The last column holds the property's\n"
+        "editor guides in the guide text (refsdk/format/ui_guides.h), as the SDK hands them out.\n"
+        "Generated from the catalogue by `catalogue_doc` in the test build; a test keeps this file in\n"
+        "step with it.\n"
+        "\n## Categories\n\n"
+        "Every class belongs to the categories listed under it. The numbers are fixed; a set of\n"
+        "categories travels as a mask with bit n for category n.\n\n"
+        "| number | category |\n|---|---|\n";
+    for (int index = 0; index < categoryCount(); ++index) {
+        out += "| " + std::to_string(index) + " | `" + categoryName(index) + "` |\n";
+    }
+    // Cells hold conditions with ||, which would end a table cell.
+    auto cell = [](const std::string& text) {
+        std::string escaped;
+        for (char c : text) {
+            if (c == '|') escaped += '\\';
+            escaped += c;
+        }
+        return escaped;
+    };
     for (size_t c = 0; c < classes.size(); ++c) {
         const PluginClass& pluginClass = classes.at(c);
         out += "\n## " + pluginClass.name() + "\n\n" + pluginClass.description() + " GPU support: " +
-               classGpu[static_cast<int>(pluginClass.gpuSupport())] + ".\n";
+               classGpu[static_cast<int>(pluginClass.gpuSupport())] + ".";
+        std::string categories;
+        for (int index = 0; index < categoryCount(); ++index) {
+            if (!(pluginClass.categories() >> index & 1)) continue;
+            categories += std::string(categories.empty() ? "" : ", ") + "`" + categoryName(index) + "`";
+        }
+        out += " Categories: " + (categories.empty() ? std::string("none") : categories) + ".\n";
         if (pluginClass.propertyCount() == 0) {
             out += "\nNo properties.\n";
             continue;
         }
-        out += "\n| property | type | default | meaning |\n|---|---|---|---|\n";
+        out += "\n| property | type | default | meaning | editor guides |\n|---|---|---|---|---|\n";
         for (size_t p = 0; p < pluginClass.propertyCount(); ++p) {
             const PropertyDefinition& property = pluginClass.property(p);
             std::string name = "`" + property.name + "`";
@@ -43,7 +68,8 @@ inline std::string catalogueMarkdown() {
             std::string fallback = property.defaultValue ? "`" + format::printValue(*property.defaultValue, noPlugins) + "`" : "";
             std::string meaning = property.description;
             if (property.gpuSupport != 0) meaning += " GPU support: " + std::string(propertyGpu[property.gpuSupport]) + ".";
-            out += "| " + name + " | `" + type + "` | " + fallback + " | " + meaning + " |\n";
+            std::string guides = property.uiGuides.empty() ? "" : "`" + cell(property.uiGuides) + "`";
+            out += "| " + name + " | `" + type + "` | " + fallback + " | " + meaning + " | " + guides + " |\n";
         }
     }
     return out;
