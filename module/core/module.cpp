@@ -8,10 +8,12 @@
 #include "image/compressed_image.h"
 #include "image/image.h"
 #include "lists/list_kinds.h"
+#include "plugins/categories.h"
 #include "plugins/plugin.h"
 #include "plugins/plugin_class.h"
 #include "plugins/plugins_collection.h"
 #include "renderer/renderer.h"
+#include "utils/util.h"
 #include "values/color.h"
 #include "values/matrix.h"
 #include "values/transform.h"
@@ -37,12 +39,16 @@ PyTypeObject* const typesInReadyOrder[] = {
     &PluginType,
     &PluginRefType,
     &ClassType,
+    &CategoriesType,
+    &CategoryType,
+    &CategoriesIteratorType,
     &PropertiesIteratorType,
     &ColorType,
     &AColorType,
     &VectorType,
     &MatrixType,
     &TransformType,
+    &UtilType,
     &LanguageType,
     &TypedListBaseType.type,
     &IntListType.type,
@@ -66,11 +72,13 @@ const ModuleType moduleTypes[] = {
     {"Plugin", &PluginType},
     {"PluginRef", &PluginRefType},
     {"Class", &ClassType},
+    {"Category", &CategoryType},
     {"Color", &ColorType},
     {"AColor", &AColorType},
     {"Vector", &VectorType},
     {"Matrix", &MatrixType},
     {"Transform", &TransformType},
+    {"Util", &UtilType},
     {"Language", &LanguageType},
     {"TypedList", &TypedListBaseType.type},
     {"IntList", &IntListType.type},

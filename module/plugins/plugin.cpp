@@ -5,6 +5,8 @@
 
 #include "core/errors.h"
 #include "core/marshal.h"
+#include "plugins/categories.h"
+#include "plugins/metadata.h"
 #include "plugins/plugin_class.h"
 #include "plugins/plugins_collection.h"
 #include "plugins/property_access.h"
@@ -217,22 +219,16 @@ PyObject* getClass(PyObject* self, PyObject*) {
     return pluginClass(pluginRenderer(self), type);
 }
 
-PyObject* getCategories(PyObject*, PyObject*) {
-    PyErr_SetString(PyExc_NotImplementedError, "Plugin categories are not available yet.");
-    return nullptr;
+PyObject* getCategories(PyObject* self, PyObject*) {
+    uint64_t mask = SdkApi.Tovi_ToviRenderer_getPluginCategories(pluginRendererHandle(self), pluginID(self));
+    return categorySet(pluginRenderer(self), mask);
 }
 
 PyObject* getRenderer(PyObject* self, PyObject*) { return Py_NewRef(pluginRenderer(self)); }
 
-PyObject* getMeta(PyObject*, PyObject*) {
-    PyErr_SetString(PyExc_NotImplementedError, "Property metadata is not available yet.");
-    return nullptr;
-}
+PyObject* getMeta(PyObject* self, PyObject* args) { return pluginGetMeta(self, args); }
 
-PyObject* getUIGuides(PyObject*, PyObject*) {
-    PyErr_SetString(PyExc_NotImplementedError, "Property UI guides are not available yet.");
-    return nullptr;
-}
+PyObject* getUIGuides(PyObject* self, PyObject* args) { return pluginGetUIGuides(self, args); }
 
 PyObject* replaceWith(PyObject* self, PyObject* args) {
     constexpr const char* usage = "This method has one argument, plugin instance, plugin name or None.";

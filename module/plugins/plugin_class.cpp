@@ -6,6 +6,8 @@
 #include "core/errors.h"
 #include "core/marshal.h"
 #include "lists/list_kinds.h"
+#include "plugins/categories.h"
+#include "plugins/metadata.h"
 #include "plugins/plugin.h"
 #include "plugins/plugins_collection.h"
 
@@ -78,11 +80,7 @@ PyObject* classCall(PyObject* self, PyObject* args, PyObject*) {
 
 // The metadata of a property of the class; `missingType` when the class has no such property.
 PyObject* classProperty(PyObject* self, const char* name, PyObject* missingType) {
-    if (!SdkApi.Tovi_ToviRenderer_getPropertyDefinitionFromClass(classHandle(self), classNameText(self), name)) {
-        return raisePropertyAccessError(missingType, name);
-    }
-    PyErr_SetString(PyExc_NotImplementedError, "Property metadata is not available yet.");
-    return nullptr;
+    return classPropertyMeta(asClass(self)->renderer, classNameText(self), name, missingType);
 }
 
 PyObject* classGetAttr(PyObject* self, PyObject* name) {
@@ -159,14 +157,12 @@ PyObject* getInstanceOrCreate(PyObject* self, PyObject* args) {
     return createInstance(self, name);
 }
 
-PyObject* getMeta(PyObject*, PyObject*) {
-    PyErr_SetString(PyExc_NotImplementedError, "Property metadata is not available yet.");
-    return nullptr;
+PyObject* getMeta(PyObject* self, PyObject* args) {
+    return classGetMeta(asClass(self)->renderer, classNameText(self), args);
 }
 
-PyObject* getUIGuides(PyObject*, PyObject*) {
-    PyErr_SetString(PyExc_NotImplementedError, "Property UI guides are not available yet.");
-    return nullptr;
+PyObject* getUIGuides(PyObject* self, PyObject* args) {
+    return classGetUIGuides(asClass(self)->renderer, classNameText(self), args);
 }
 
 PyObject* getDescription(PyObject* self, PyObject*) {
@@ -184,9 +180,9 @@ PyObject* getGPUSupport(PyObject* self, PyObject*) {
     return PyUnicode_FromString(value >= 0 && value <= 3 ? support[value] : "Unknown");
 }
 
-PyObject* getCategories(PyObject*, PyObject*) {
-    PyErr_SetString(PyExc_NotImplementedError, "Plugin categories are not available yet.");
-    return nullptr;
+PyObject* getCategories(PyObject* self, PyObject*) {
+    uint64_t mask = SdkApi.Tovi_ToviRenderer_getPluginClassCategories(classHandle(self), classNameText(self));
+    return categorySet(asClass(self)->renderer, mask);
 }
 
 PyObject* classDir(PyObject* self, PyObject*);
@@ -340,6 +336,20 @@ void classesIteratorDealloc(PyObject* object) {
 }
 
 }  // namespace
+
+PyObject* newCategoryClassesIterator(PyObject* renderer, PyObject* category, ToviVector* names) {
+    auto* iterator = PyObject_GC_New(ClassesIteratorObject, &ClassesIteratorType);
+    if (!iterator) return nullptr;
+    iterator->renderer = Py_NewRef(renderer);
+    iterator->category = Py_NewRef(category);
+    iterator->names = names;
+    iterator->size = names ? SdkApi.getVectorSize(names) : 0;
+    iterator->position = 0;
+    PyObject_GC_Track(iterator);
+    return reinterpret_cast<PyObject*>(iterator);
+}
+
+const char* classNameOf(PyObject* classObject) { return classNameText(classObject); }
 
 PyObject* pluginClass(PyObject* renderer, const char* name) {
     if (!name) Py_RETURN_NONE;

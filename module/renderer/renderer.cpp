@@ -8,6 +8,7 @@
 #include "core/errors.h"
 #include "core/marshal.h"
 #include "core/sdk_loader.h"
+#include "plugins/categories.h"
 #include "plugins/plugin_class.h"
 #include "plugins/plugins_collection.h"
 
@@ -303,11 +304,16 @@ PyObject* getPlugins(PyObject* object, void*) { return lazyWrapper(asRenderer(ob
 
 PyObject* getClasses(PyObject* object, void*) { return lazyWrapper(asRenderer(object)->classes, newClassesCollection, object); }
 
+PyObject* getCategories(PyObject* object, void*) {
+    return lazyWrapper(asRenderer(object)->categories, newCategoriesCollection, object);
+}
+
 PyGetSetDef rendererAttributes[] = {
     {"closed", getClosed, nullptr, "Renderer already closed and unusable if true.", nullptr},
     {"autoCommit", getAutoCommit, setAutoCommit, nullptr, nullptr},
     {"plugins", getPlugins, nullptr, nullptr, nullptr},
     {"classes", getClasses, nullptr, nullptr, nullptr},
+    {"categories", getCategories, nullptr, nullptr, nullptr},
     {nullptr, nullptr, nullptr, nullptr, nullptr},
 };
 
