@@ -298,6 +298,82 @@ TEST_F(SceneEntries, KeyframesTimeAndCommits) {
     EXPECT_EQ(Tovi_ToviRenderer_commit(renderer, 0), 0u);
 }
 
+TEST_F(SceneEntries, GuidesCategoriesAndLinksAsTheyAreHandedOut) {
+    const ToviPropertyDefinition* file = Tovi_ToviRenderer_getPropertyDefinitionFromClass(renderer, "BitmapBuffer", "file");
+    ASSERT_NE(file, nullptr);
+    char* list = nullptr;
+    int count = Tovi_UIGuides_getFileAssetExts(file, &list);
+    ASSERT_EQ(count, 8);
+    EXPECT_EQ(std::string(list), "png");
+    EXPECT_EQ(std::string(list + 4), "jpg");
+    C_memory_free(list);
+    ToviCharString name{};
+    EXPECT_EQ(Tovi_UIGuides_getDisplayName(file, &name), 0);
+    EXPECT_STREQ(getCharStringContent(&name), "Image file");
+    releaseCharString(&name);
+    // Absent guides answer their failure values and hand out nothing.
+    EXPECT_EQ(Tovi_UIGuides_getTabName(file, &name), -1);
+    EXPECT_EQ(Tovi_UIGuides_getUnits(file), -1);
+    EXPECT_EQ(Tovi_UIGuides_getStringEnumStrings(file, &list), -1);
+    int flag = 7;
+    EXPECT_EQ(Tovi_UIGuides_hasType(file, 23, &flag), -1);
+    EXPECT_EQ(Tovi_UIGuides_hasAttribute(file, 3, &flag), -1);
+
+    const ToviPropertyDefinition* type = Tovi_ToviRenderer_getPropertyDefinitionFromClass(renderer, "BitmapBuffer", "color_space");
+    int32_t* values = nullptr;
+    ASSERT_EQ(Tovi_UIGuides_getEnumStrings(type, &list, &values), 3);
+    EXPECT_EQ(std::string(list + 7), "sRGB");
+    EXPECT_EQ(values[2], 2);
+    C_memory_free(list);
+    C_memory_free(values);
+    const ToviPropertyDefinition* gamma = Tovi_ToviRenderer_getPropertyDefinitionFromClass(renderer, "BitmapBuffer", "gamma");
+    ToviPluginID bitmap = make("BitmapBuffer", "bitmap");
+    EXPECT_EQ(Tovi_UIGuides_isEnabled(gamma, renderer, bitmap, &flag), 0);
+    EXPECT_EQ(flag, 0);
+    ASSERT_EQ(send(bitmap, "color_space", Stream().put<uint32_t>(0).put<int32_t>(2)), 0);
+    EXPECT_EQ(Tovi_UIGuides_isEnabled(gamma, renderer, bitmap, &flag), 0);
+    EXPECT_EQ(flag, 1);
+    EXPECT_EQ(Tovi_UIGuides_isHidden(gamma, renderer, bitmap, &flag), 0);
+    EXPECT_EQ(flag, 0);
+    EXPECT_EQ(Tovi_UIGuides_isEnabled(gamma, renderer, 999, &flag), -1);
+
+    int lights = Tovi_getPluginCategoryEnumFromName("lights");
+    int areas = Tovi_getPluginCategoryEnumFromName("areaLights");
+    EXPECT_EQ(Tovi_getPluginCategoryEnumFromName("lamps"), Tovi_getPluginCategoryEnumFromName(nullptr));
+    EXPECT_STREQ(Tovi_getPluginCategoryNameFromEnum(areas), "areaLights");
+    EXPECT_EQ(Tovi_getPluginCategoryNameFromEnum(-1), nullptr);
+    ToviPluginID omni = make("LightOmni", "omni");
+    ToviPluginID sphere = make("LightSphere", "sphere");
+    uint64_t both = (1ull << lights) | (1ull << areas);
+    int found = -1;
+    ToviPluginID* ids = Tovi_ToviRenderer_getPluginsOfCategories(renderer, &both, 1, &found);
+    ASSERT_EQ(found, 1);
+    EXPECT_EQ(ids[0], sphere);
+    C_memory_free(ids);
+    uint64_t masks[] = {1ull << areas, 1ull << lights};
+    ids = Tovi_ToviRenderer_getPluginsOfCategories(renderer, masks, 2, &found);
+    ASSERT_EQ(found, 2);
+    EXPECT_EQ(ids[0], omni);
+    C_memory_free(ids);
+    EXPECT_EQ(Tovi_ToviRenderer_getPluginsOfCategories(renderer, masks, 0, &found), nullptr);
+    EXPECT_EQ(found, 0);
+    EXPECT_EQ(Tovi_ToviRenderer_isPluginOfCategories(renderer, omni, both), 0);
+    EXPECT_EQ(Tovi_ToviRenderer_getPluginCategories(renderer, sphere), both);
+    EXPECT_EQ(Tovi_ToviRenderer_isPluginClassOfCategory(renderer, "LightSphere", static_cast<uint32_t>(areas)), 1);
+
+    ToviPluginID texture = make("TexBitmap", "texture");
+    ASSERT_EQ(send(texture, "bitmap", Stream().put<uint32_t>(10).put<uint64_t>(bitmap).put<int32_t>(0)), 0);
+    ToviPluginLink* links = nullptr;
+    ASSERT_EQ(Util_getParentPlugins(renderer, bitmap, 0, &links), 1);
+    EXPECT_EQ(links[0].referencingID, texture);
+    EXPECT_EQ(links[0].referencedID, bitmap);
+    EXPECT_STREQ(Tovi_ToviRenderer_getPropertyNameFromIndexByID(renderer, texture, links[0].propertyIndex), "bitmap");
+    C_memory_free(links);
+    EXPECT_EQ(Util_getChildPlugins(renderer, bitmap, 1, &links), 0);
+    EXPECT_EQ(links, nullptr);
+    EXPECT_EQ(Util_getChildPlugins(renderer, 999, 1, &links), -1);
+}
+
 TEST(RendererLifetime, OptionsReferencesAndUserData) {
     setRecorderEnabled(true);
     ToviRendererOptions options{};
