@@ -30,6 +30,18 @@ PyObject* vectorStringElement(const void* element) {
     return PyUnicode_FromString(element ? static_cast<const char*>(element) : "");
 }
 
+PyObject* vectorTexts(const ToviVector* vector) {
+    int count = vector ? SdkApi.getVectorSize(vector) : 0;
+    PyRef list(PyList_New(count > 0 ? count : 0));
+    if (!list) return nullptr;
+    for (int index = 0; index < count; ++index) {
+        PyObject* text = vectorStringElement(SdkApi.getVectorElement(vector, index));
+        if (!text) return nullptr;
+        PyList_SET_ITEM(list.get(), index, text);
+    }
+    return list.release();
+}
+
 PyObject* namesThenMethods(PyObject* names, const PyMethodDef* methods) {
     PyRef list(names);
     if (!list) return nullptr;

@@ -169,6 +169,9 @@ PyObject* vectorToList(ToviVector* handle, Convert convert) {
     return list.release();
 }
 
+// A list of the texts of a string vector that its owner keeps.
+PyObject* vectorTexts(const ToviVector* vector);
+
 // The element conversion of string vectors.
 PyObject* vectorStringElement(const void* element);
 

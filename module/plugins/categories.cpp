@@ -1,5 +1,6 @@
 // tovi.Categories, tovi.CategoriesIterator and tovi.Category.
 #include "plugins/categories.h"
+#include "plugins/plugins_collection.h"
 
 #include <new>
 #include <vector>
@@ -202,23 +203,7 @@ PyMethodDef categoryMethods[] = {
     {nullptr, nullptr, 0, nullptr},
 };
 
-// A list of the names of a string vector (which stays with its owner) and then the method names.
-PyObject* namesAndMethods(ToviVector* names, const PyMethodDef* methods) {
-    int count = names ? SdkApi.getVectorSize(names) : 0;
-    PyRef list(PyList_New(0));
-    if (!list) return nullptr;
-    for (int index = 0; index < count; ++index) {
-        PyRef name(vectorStringElement(SdkApi.getVectorElement(names, index)));
-        if (!name || PyList_Append(list.get(), name.get()) < 0) return nullptr;
-    }
-    for (const PyMethodDef* method = methods; method->ml_name; ++method) {
-        PyRef name(PyUnicode_FromString(method->ml_name));
-        if (!name || PyList_Append(list.get(), name.get()) < 0) return nullptr;
-    }
-    return list.release();
-}
-
-PyObject* categoryDir(PyObject* self, PyObject*) { return namesAndMethods(classNames(self), categoryMethods); }
+PyObject* categoryDir(PyObject* self, PyObject*) { return namesThenMethods(vectorTexts(classNames(self)), categoryMethods); }
 
 PyMappingMethods categoryAsMapping = {categoryLength, categoryGetItem, nullptr};
 PySequenceMethods categoryAsSequence = {
@@ -228,12 +213,7 @@ PySequenceMethods categoryAsSequence = {
 
 // ---- tovi.Categories ----
 
-struct CategoriesObject {
-    PyObject_HEAD
-    PyObject* renderer;
-};
-
-PyObject* categoriesRenderer(PyObject* self) { return reinterpret_cast<CategoriesObject*>(self)->renderer; }
+PyObject* categoriesRenderer(PyObject* self) { return boundRenderer(self); }
 
 Py_ssize_t categoriesLength(PyObject*) { return categoryCount(); }
 
@@ -343,8 +323,6 @@ PyObject* categoriesGetClasses(PyObject* self, PyObject* args) {
     return classes.release();
 }
 
-PyObject* categoriesGetRenderer(PyObject* self, PyObject*) { return Py_NewRef(categoriesRenderer(self)); }
-
 PyObject* categoriesDir(PyObject* self, PyObject*);
 
 PyMethodDef categoriesMethods[] = {
@@ -366,36 +344,12 @@ PyMethodDef categoriesMethods[] = {
      "  [category1, ...], [category2, ...], ... - A sequence or sequences of Category objects.\n"
      "Return:\n"
      "  A set of all classes of this category.\n\n"},
-    {"getRenderer", categoriesGetRenderer, METH_NOARGS, "Returns the ToviRenderer instance to which this object belongs."},
+    {"getRenderer", boundGetRenderer, METH_NOARGS, "Returns the ToviRenderer instance to which this object belongs."},
     {"__dir__", categoriesDir, METH_NOARGS, nullptr},
     {nullptr, nullptr, 0, nullptr},
 };
 
-PyObject* categoriesDir(PyObject*, PyObject*) {
-    PyRef names(categoryNameList());
-    if (!names) return nullptr;
-    for (const PyMethodDef* method = categoriesMethods; method->ml_name; ++method) {
-        PyRef name(PyUnicode_FromString(method->ml_name));
-        if (!name || PyList_Append(names.get(), name.get()) < 0) return nullptr;
-    }
-    return names.release();
-}
-
-int categoriesTraverse(PyObject* self, visitproc visit, void* arg) {
-    Py_VISIT(categoriesRenderer(self));
-    return 0;
-}
-
-int categoriesClear(PyObject* self) {
-    Py_CLEAR(reinterpret_cast<CategoriesObject*>(self)->renderer);
-    return 0;
-}
-
-void categoriesDealloc(PyObject* self) {
-    PyObject_GC_UnTrack(self);
-    categoriesClear(self);
-    PyObject_GC_Del(self);
-}
+PyObject* categoriesDir(PyObject*, PyObject*) { return namesThenMethods(categoryNameList(), categoriesMethods); }
 
 PyMappingMethods categoriesAsMapping = {categoriesLength, categoriesGetItem, nullptr};
 PySequenceMethods categoriesAsSequence = {
@@ -469,20 +423,17 @@ PyObject* categorySet(PyObject* renderer, uint64_t mask) {
 }
 
 PyObject* newCategoriesCollection(PyObject* renderer) {
+    // The category objects of the collection live in the renderer's table.
     if (!categoryTable(renderer)) return PyErr_Occurred() ? nullptr : PyErr_NoMemory();
-    auto* categories = PyObject_GC_New(CategoriesObject, &CategoriesType);
-    if (!categories) return nullptr;
-    categories->renderer = Py_NewRef(renderer);
-    PyObject_GC_Track(categories);
-    return reinterpret_cast<PyObject*>(categories);
+    return newRendererBound(&CategoriesType, renderer);
 }
 
 PyTypeObject CategoriesType = {
     PyVarObject_HEAD_INIT(nullptr, 0)
     "tovi.Categories",                        // tp_name
-    sizeof(CategoriesObject),                 // tp_basicsize
+    sizeof(RendererBoundObject),              // tp_basicsize
     0,                                        // tp_itemsize
-    categoriesDealloc,                        // tp_dealloc
+    deallocRendererBound,                     // tp_dealloc
     0,                                        // tp_vectorcall_offset
     nullptr,                                  // tp_getattr
     nullptr,                                  // tp_setattr
@@ -499,8 +450,8 @@ PyTypeObject CategoriesType = {
     nullptr,                                  // tp_as_buffer
     Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HAVE_GC,  // tp_flags
     "Tovi Plugin Categories dictionary",      // tp_doc
-    categoriesTraverse,                       // tp_traverse
-    categoriesClear,                          // tp_clear
+    traverseRendererBound,                    // tp_traverse
+    clearRendererBound,                       // tp_clear
     nullptr,                                  // tp_richcompare
     0,                                        // tp_weaklistoffset
     categoriesIter,                           // tp_iter
