@@ -1,6 +1,6 @@
 // The renderer: its lifetime, creation options, user data and last error. The scene entries are
-// in scene.cpp; the entries below the lifetime ones are not built yet and answer their failure
-// values (and the error text where they have an error record).
+// in scene.cpp, scene files in scene_files.cpp; the entries below the lifetime ones are not built
+// yet and answer their failure values (and the error text where they have an error record).
 #include "api/entries.h"
 #include "api/renderer_handle.h"
 #include "core/errors.h"
@@ -357,59 +357,12 @@ TOVI_API int Tovi_ToviRenderer_applySettingsTFB(ToviRenderer* renderer) { return
 TOVI_API int Tovi_ToviRenderer_loadTfbImage(ToviRenderer* renderer, const char* fileName) { return 0; }
 TOVI_API int Tovi_ToviRenderer_clearTfbImage(ToviRenderer* renderer) { return -1; }
 TOVI_API int Tovi_ToviRenderer_logTfbMessage(ToviRenderer* renderer, int level, const char* text) { return -1; }
-TOVI_API int Tovi_ToviRenderer_load(ToviRenderer* renderer, const char* fileName, int autoCommit) { return -1; }
-TOVI_API int Tovi_ToviRenderer_loadFiltered(ToviRenderer* renderer, const char* fileName, ToviPluginFilterFn filter, void* filterData, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_loadAsText(ToviRenderer* renderer, const char* sceneText, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_loadAsTextFiltered(ToviRenderer* renderer, const char* sceneText, ToviPluginFilterFn filter, void* filterData, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_loadAsBuffer(ToviRenderer* renderer, const char* data, size_t size, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_append(ToviRenderer* renderer, const char* fileName, int sendNameOnly, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_appendFiltered(ToviRenderer* renderer, const char* fileName, ToviPluginFilterFn filter, void* filterData, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_appendAsText(ToviRenderer* renderer, const char* sceneText, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_appendAsTextFiltered(ToviRenderer* renderer, const char* sceneText, ToviPluginFilterFn filter, void* filterData, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_appendMulti(ToviRenderer* renderer, const char* const* fileNames, int count, int sendNameOnly, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_appendMultiAsText(ToviRenderer* renderer, const char* const* sceneTexts, int count, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_appendMultiFiltered(ToviRenderer* renderer, const char* const* fileNames, int count, ToviPluginFilterFn filter, void* filterData, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_appendMultiAsTextFiltered(ToviRenderer* renderer, const char* const* sceneTexts, int count, ToviPluginFilterFn filter, void* filterData, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_appendMultiAsBuffer(ToviRenderer* renderer, const char* const* buffers, const size_t* sizes, int count, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_appendMultiAsBufferFiltered(ToviRenderer* renderer, const char* const* buffers, const size_t* sizes, int count, ToviPluginFilterFn filter, void* filterData, int autoCommit) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_serializeScene(ToviRenderer* renderer) { return -1; }
 TOVI_API int Tovi_ToviRenderer_render(ToviRenderer* renderer) { return -1; }
 TOVI_API int Tovi_ToviRenderer_startSync(ToviRenderer* renderer) { return -1; }
 TOVI_API int Tovi_ToviRenderer_renderSequence(ToviRenderer* renderer, const ToviFrameRange* ranges, int count) {
     return -1;
 }
 TOVI_API int Tovi_ToviRenderer_continueSequence(ToviRenderer* renderer) { return -1; }
-TOVI_API int Tovi_ToviRenderer_exportScene(ToviRenderer* renderer, const char* fileName, const ToviExportOptions* options) {
-    return -1;
-}
 TOVI_API int Tovi_ToviRenderer_getState(ToviRenderer* renderer) { return -1; }
 TOVI_API int Tovi_ToviRenderer_pauseRT(ToviRenderer* renderer, int pause) { return -1; }
 TOVI_API int Tovi_ToviRenderer_getPauseRTStatus(ToviRenderer* renderer) { return 0; }
@@ -420,11 +373,6 @@ TOVI_API int Tovi_ToviRenderer_setCurrentCameraByID(ToviRenderer* renderer, Tovi
 TOVI_API int Tovi_ToviRenderer_getCurrentCamera(ToviRenderer* renderer, ToviPluginID* pluginID) { return -1; }
 TOVI_API int Tovi_ToviRenderer_setCameraName(ToviRenderer* renderer, const char* name) { return -1; }
 TOVI_API int Tovi_ToviRenderer_getCameraName(ToviRenderer* renderer, ToviCharString* name) { return -1; }
-TOVI_API int Tovi_ToviRenderer_getLastParserErrorFileName(ToviRenderer* renderer, ToviCharString* fileName) {
-    return -1;
-}
-TOVI_API int Tovi_ToviRenderer_getLastParserErrorFileLine(ToviRenderer* renderer) { return 0; }
-TOVI_API int Tovi_ToviRenderer_getLastParserErrorText(ToviRenderer* renderer, ToviCharString* text) { return -1; }
 TOVI_API int Tovi_ToviRenderer_stop(ToviRenderer* renderer) { return -1; }
 TOVI_API ToviImage* Tovi_ToviRenderer_getImage(ToviRenderer* renderer, const ToviImageRequest* request) {
     return NULL;
@@ -598,9 +546,6 @@ TOVI_API int Tovi_ToviRenderer_denoiseNow(ToviRenderer* renderer, const ToviDeno
     return -1;
 }
 TOVI_API int Tovi_ToviRenderer_updateLightingAnalysis(ToviRenderer* renderer) { return -1; }
-TOVI_API int Tovi_ToviRenderer_setIncludePaths(ToviRenderer* renderer, const char* includePaths, int overwrite) {
-    return -1;
-}
 TOVI_API int Tovi_ToviRenderer_getAutoExposureResult(ToviRenderer* renderer, double* autoExposure, double* autoWhiteBalance) {
     return -1;
 }

@@ -4,8 +4,10 @@
 #include <array>
 #include <atomic>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/library.h"
 #include "scene/database.h"
@@ -23,6 +25,18 @@ struct ToviRenderer {
 
     tovi::ref::scene::SceneDatabase scene;
     std::atomic<int> lastError{0};
+
+    // Scene files: where includes are searched, where the last load failed to parse, and the
+    // scene serialized for distributed rendering.
+    struct ParserError {
+        std::string file;
+        int line = 0;
+        std::string text;
+    };
+    std::mutex sceneFilesMutex;
+    std::vector<std::string> includePaths;
+    std::optional<ParserError> lastParserError;
+    std::string serializedScene;
     std::array<std::atomic<void*>, tovi::ref::userDataSlotCount> userData{};
 };
 

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <limits>
 
+#include "format/packed_data.h"
+
 namespace tovi::ref::format {
 
 using namespace scene;
@@ -73,9 +75,41 @@ std::optional<PropertyType> typedListConstructor(std::string_view word) {
     return std::nullopt;
 }
 
+// The byte forms of packed lists: ListIntHex("..."), ListIntZip(count, "..."),
+// ListIntData("file", offset, count), and likewise for Float, Vector, Color and Transform.
+enum class ByteForm { Hex, Zip, Data };
+struct ByteConstructor {
+    PackedKind kind;
+    ByteForm form;
+};
+
+std::optional<ByteConstructor> byteConstructor(std::string_view word) {
+    if (word.substr(0, 4) != "List") return std::nullopt;
+    word.remove_prefix(4);
+    for (PackedKind kind : {PackedKind::Int, PackedKind::Float, PackedKind::Vector, PackedKind::Color,
+                            PackedKind::Transform}) {
+        std::string_view name = packedKindName(kind);
+        if (word.substr(0, name.size()) != name) continue;
+        std::string_view form = word.substr(name.size());
+        if (form == "Hex") return ByteConstructor{kind, ByteForm::Hex};
+        if (form == "Zip") return ByteConstructor{kind, ByteForm::Zip};
+        if (form == "Data") return ByteConstructor{kind, ByteForm::Data};
+    }
+    return std::nullopt;
+}
+
 bool isConstructor(std::string_view word) {
     return word == "Vector" || word == "Color" || word == "AColor" || word == "Matrix" || word == "Transform" ||
-           word == "List" || word == "Plugin" || typedListConstructor(word).has_value();
+           word == "TransformHex" || word == "List" || word == "Plugin" || typedListConstructor(word).has_value() ||
+           byteConstructor(word).has_value();
+}
+
+// A float read as a float: reading a double and narrowing it could round twice.
+bool readFloat(std::string_view word, float& value) {
+    if (!word.empty() && word.front() == '+') word.remove_prefix(1);
+    if (word.empty() || word.front() == '+') return false;
+    auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), value);
+    return end == word.data() + word.size() && (error == std::errc() || error == std::errc::result_out_of_range);
 }
 
 void appendUtf8(std::string& out, uint32_t code) {
@@ -93,8 +127,8 @@ void appendUtf8(std::string& out, uint32_t code) {
 
 class Parser {
 public:
-    Parser(std::string_view text, size_t position, const PluginNames& names)
-        : text_(text), pos_(position), names_(names) {}
+    Parser(std::string_view text, size_t position, const PluginNames& names, const SideDataReader* sideData)
+        : text_(text), pos_(position), names_(names), sideData_(sideData) {}
 
     size_t position() const { return pos_; }
     const ParseError& error() const { return error_; }
@@ -218,6 +252,30 @@ private:
         return std::nullopt;
     }
 
+    std::optional<float> floatArgument() {
+        skipSpace();
+        float number;
+        if (!readFloat(readWord(), number)) {
+            fail("expected a number");
+            return std::nullopt;
+        }
+        return number;
+    }
+
+    // "(a, b, ...)" with exactly n floats; the opening parenthesis is next.
+    template <size_t n>
+    std::optional<std::array<float, n>> floatArguments() {
+        std::array<float, n> numbers{};
+        if (!expect('(')) return std::nullopt;
+        for (size_t index = 0; index < n; ++index) {
+            auto number = floatArgument();
+            if (!number) return std::nullopt;
+            numbers[index] = *number;
+            if (!expect(index + 1 < n ? ',' : ')')) return std::nullopt;
+        }
+        return numbers;
+    }
+
     std::optional<double> numberArgument() {
         skipSpace();
         std::string_view word = readWord();
@@ -270,19 +328,19 @@ private:
 
     std::optional<Value> constructor(std::string_view word, PropertyType hint) {
         if (word == "Vector") {
-            auto n = numberArguments<3>();
+            auto n = floatArguments<3>();
             if (!n) return std::nullopt;
-            return Value(VectorValue{float((*n)[0]), float((*n)[1]), float((*n)[2])});
+            return Value(VectorValue{(*n)[0], (*n)[1], (*n)[2]});
         }
         if (word == "Color") {
-            auto n = numberArguments<3>();
+            auto n = floatArguments<3>();
             if (!n) return std::nullopt;
-            return Value(ColorValue{float((*n)[0]), float((*n)[1]), float((*n)[2])});
+            return Value(ColorValue{(*n)[0], (*n)[1], (*n)[2]});
         }
         if (word == "AColor") {
-            auto n = numberArguments<4>();
+            auto n = floatArguments<4>();
             if (!n) return std::nullopt;
-            return Value(AColorValue{float((*n)[0]), float((*n)[1]), float((*n)[2]), float((*n)[3])});
+            return Value(AColorValue{(*n)[0], (*n)[1], (*n)[2], (*n)[3]});
         }
         if (word == "Matrix") {
             if (!expect('(')) return std::nullopt;
@@ -306,6 +364,13 @@ private:
             if (!offset || !expect(')')) return std::nullopt;
             return Value(TransformValue{matrix->as<MatrixValue>(), {(*offset)[0], (*offset)[1], (*offset)[2]}});
         }
+        if (word == "TransformHex") {
+            auto bytes = hexArgument(true);
+            if (!bytes) return std::nullopt;
+            if (bytes->size() != transformRecordSize) return fail("a transform takes 60 bytes");
+            return Value(transformFromRecord(bytes->data()));
+        }
+        if (auto form = byteConstructor(word)) return bytesList(*form);
         if (word == "List") {
             auto list = items(itemHint(hint));
             if (!list) return std::nullopt;
@@ -331,6 +396,7 @@ private:
             return reference(*name, output, start);
         }
         PropertyType listType = *typedListConstructor(word);
+        if (auto packed = plainPackedList(listType)) return packed;
         auto list = items(elementType(listType));
         if (!list) return std::nullopt;
         return typed(Value(ValueList{std::move(*list)}), listType, "elements of the list's type");
@@ -344,9 +410,176 @@ private:
         return fail("no output '" + std::string(output) + "' of a plugin named '" + std::string(name) + "'");
     }
 
+    // A quoted text of hexadecimal digits as bytes; the opening parenthesis is next when
+    // `opening`, and the closing one follows the text when `closing`.
+    std::optional<std::vector<uint8_t>> hexArgument(bool opening, bool closing = true) {
+        if (opening && !expect('(')) return std::nullopt;
+        skipSpace();
+        if (atEnd() || text_[pos_] != '"') {
+            fail("expected hexadecimal digits in quotes");
+            return std::nullopt;
+        }
+        size_t end = text_.find('"', pos_ + 1);
+        if (end == std::string_view::npos) {
+            fail("the text has no closing '\"'");
+            return std::nullopt;
+        }
+        auto bytes = bytesFromHex(text_.substr(pos_ + 1, end - pos_ - 1));
+        if (!bytes) {
+            fail("expected an even number of hexadecimal digits");
+            return std::nullopt;
+        }
+        pos_ = end + 1;
+        if (closing && !expect(')')) return std::nullopt;
+        return bytes;
+    }
+
+    std::optional<uint64_t> countArgument() {
+        skipSpace();
+        auto number = readNumber(readWord());
+        if (!number || !number->integral || number->integer < 0) {
+            fail("expected a count");
+            return std::nullopt;
+        }
+        return static_cast<uint64_t>(number->integer);
+    }
+
+    std::optional<Value> bytesList(ByteConstructor constructor) {
+        size_t elementSize = packedElementSize(constructor.kind);
+        std::optional<std::vector<uint8_t>> bytes;
+        if (constructor.form == ByteForm::Hex) {
+            bytes = hexArgument(true);
+        } else if (constructor.form == ByteForm::Zip) {
+            if (!expect('(')) return std::nullopt;
+            auto count = countArgument();
+            if (!count || !expect(',')) return std::nullopt;
+            size_t start = pos_;
+            auto stream = hexArgument(false);
+            if (!stream) return std::nullopt;
+            if (*count > std::numeric_limits<size_t>::max() / elementSize) return fail("the count is too large");
+            bytes = inflateBytes(stream->data(), stream->size(), *count * elementSize);
+            if (!bytes) {
+                pos_ = start;
+                return fail("the compressed data does not inflate to " + std::to_string(*count) + " elements");
+            }
+        } else {
+            bytes = sideDataArgument(elementSize);
+        }
+        if (!bytes) return std::nullopt;
+        auto list = packedFromBytes(constructor.kind, bytes->data(), bytes->size());
+        if (!list) return fail("the bytes are no whole number of elements");
+        return list;
+    }
+
+    std::optional<std::vector<uint8_t>> sideDataArgument(size_t elementSize) {
+        size_t start = pos_;
+        if (!expect('(')) return std::nullopt;
+        skipSpace();
+        if (atEnd() || text_[pos_] != '"') {
+            fail("expected the side data file's name in quotes");
+            return std::nullopt;
+        }
+        auto file = quoted();
+        if (!file || !expect(',')) return std::nullopt;
+        auto offset = countArgument();
+        if (!offset || !expect(',')) return std::nullopt;
+        auto count = countArgument();
+        if (!count || !expect(')')) return std::nullopt;
+        if (!sideData_) {
+            pos_ = start;
+            fail("side data files are read only with scene files");
+            return std::nullopt;
+        }
+        if (*count > std::numeric_limits<uint64_t>::max() / elementSize) {
+            fail("the count is too large");
+            return std::nullopt;
+        }
+        std::string message;
+        auto bytes = sideData_->read(*file, *offset, *count * elementSize, message);
+        if (!bytes) {
+            pos_ = start;
+            fail(message);
+        }
+        return bytes;
+    }
+
+    // ListInt(1, 2), ListFloat(0.5), ListVector(Vector(1, 2, 3)), ListColor(Color(...)) written
+    // plainly are read straight into their packed form; anything else (other item forms, errors)
+    // goes the general way, from the same position.
+    std::optional<Value> plainPackedList(PropertyType listType) {
+        size_t start = pos_;
+        std::optional<Value> list;
+        switch (listType) {
+            case PropertyType::ListInt: list = plainItems<IntList>([this](IntList& out) { return plainInt(out); }); break;
+            case PropertyType::ListFloat:
+                list = plainItems<FloatList>([this](FloatList& out) { return plainFloat(out); });
+                break;
+            case PropertyType::ListVector:
+                list = plainItems<VectorList>([this](VectorList& out) { return plainTriple(out, "Vector"); });
+                break;
+            case PropertyType::ListColor:
+                list = plainItems<ColorList>([this](ColorList& out) { return plainTriple(out, "Color"); });
+                break;
+            default: break;
+        }
+        if (!list) pos_ = start;
+        return list;
+    }
+
+    bool plainChar(char c) {
+        skipSpace();
+        if (atEnd() || text_[pos_] != c) return false;
+        ++pos_;
+        return true;
+    }
+
+    template <typename List, typename ReadItem>
+    std::optional<Value> plainItems(ReadItem readItem) {
+        List list;
+        if (!plainChar('(')) return std::nullopt;
+        if (plainChar(')')) return Value(std::move(list));
+        do {
+            if (!readItem(list)) return std::nullopt;
+        } while (plainChar(','));
+        if (!plainChar(')')) return std::nullopt;
+        return Value(std::move(list));
+    }
+
+    bool plainInt(IntList& out) {
+        skipSpace();
+        std::string_view word = readWord();
+        int32_t number;
+        auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+        if (word.empty() || error != std::errc() || end != word.data() + word.size()) return false;
+        out.push_back(number);
+        return true;
+    }
+
+    bool plainFloat(FloatList& out) {
+        skipSpace();
+        float number;
+        if (!readFloat(readWord(), number)) return false;
+        out.push_back(number);
+        return true;
+    }
+
+    template <typename List>
+    bool plainTriple(List& out, std::string_view name) {
+        skipSpace();
+        if (readWord() != name || !plainChar('(')) return false;
+        float numbers[3];
+        for (int index = 0; index < 3; ++index) {
+            skipSpace();
+            if (!readFloat(readWord(), numbers[index]) || !plainChar(index < 2 ? ',' : ')')) return false;
+        }
+        out.push_back({numbers[0], numbers[1], numbers[2]});
+        return true;
+    }
+
     std::string_view text_;
     size_t pos_;
     const PluginNames& names_;
+    const SideDataReader* sideData_;
     ParseError error_;
 };
 
@@ -387,8 +620,8 @@ std::optional<Value> numberSequence(std::string_view text, PropertyType type) {
 }  // namespace
 
 std::optional<Value> parseValueAt(std::string_view text, size_t& position, PropertyType type,
-                                  const PluginNames& names, ParseError* error) {
-    Parser parser(text, position, names);
+                                  const PluginNames& names, ParseError* error, const SideDataReader* sideData) {
+    Parser parser(text, position, names, sideData);
     auto value = parser.value(isTexture(type) ? textureValueType(type) : type);
     if (value) {
         value = conformToType(std::move(*value), type);
@@ -477,7 +710,8 @@ void printQuoted(const std::string& text, std::string& out) {
 
 class Printer {
 public:
-    Printer(std::string& out, const PluginNames& names) : out_(out), names_(names) {}
+    Printer(std::string& out, const PluginNames& names, const ValueFormat& format)
+        : out_(out), names_(names), format_(format) {}
 
     void value(const Value& value) {
         std::visit([this](const auto& held) { print(held); }, value.data);
@@ -511,6 +745,14 @@ private:
         out_ += ')';
     }
     void print(const TransformValue& t) {
+        if (format_.hexTransforms) {
+            std::vector<uint8_t> record;
+            appendTransformRecord(t, record);
+            out_ += "TransformHex(\"";
+            appendHex(record.data(), record.size(), out_);
+            out_ += "\")";
+            return;
+        }
         out_ += "Transform(";
         print(t.matrix);
         out_ += ", Vector(" + printDouble(t.offset[0]) + ", " + printDouble(t.offset[1]) + ", " +
@@ -549,10 +791,40 @@ private:
         }
         out_ += ')';
     }
+    // A packed list of numbers in a byte form; false when it is written plainly.
+    template <typename List>
+    bool bytes(const List& items) {
+        if (items.empty() || (!format_.hexArrays && !format_.sideData)) return false;
+        const char* kind = packedKindName(packedKindOf<List>());
+        std::vector<uint8_t> raw = packedBytes(items);
+        if (format_.sideData) {
+            if (auto place = format_.sideData->store(raw)) {
+                out_ += std::string("List") + kind + "Data(";
+                printQuoted(place->file, out_);
+                out_ += ", " + std::to_string(place->offset) + ", " + std::to_string(items.size()) + ")";
+                return true;
+            }
+        }
+        if (!format_.hexArrays) return false;
+        if (format_.compressed) {
+            std::vector<uint8_t> stream = compressBytes(raw.data(), raw.size());
+            out_ += std::string("List") + kind + "Zip(" + std::to_string(items.size()) + ", \"";
+            appendHex(stream.data(), stream.size(), out_);
+        } else {
+            out_ += std::string("List") + kind + "Hex(\"";
+            appendHex(raw.data(), raw.size(), out_);
+        }
+        out_ += "\")";
+        return true;
+    }
+
     void print(const Value& item) { value(item); }
     void print(const ValueList& v) { list("List", v.items); }
-    void print(const IntList& v) { list("ListInt", v); }
+    void print(const IntList& v) {
+        if (!bytes(v)) list("ListInt", v);
+    }
     void print(const FloatList& v) {
+        if (bytes(v)) return;
         out_ += "ListFloat(";
         for (size_t index = 0; index < v.size(); ++index) {
             if (index) out_ += ", ";
@@ -560,22 +832,42 @@ private:
         }
         out_ += ')';
     }
-    void print(const VectorList& v) { list("ListVector", v); }
-    void print(const ColorList& v) { list("ListColor", v); }
-    void print(const TransformList& v) { list("ListTransform", v); }
+    void print(const VectorList& v) {
+        if (!bytes(v)) list("ListVector", v);
+    }
+    void print(const ColorList& v) {
+        if (!bytes(v)) list("ListColor", v);
+    }
+    void print(const TransformList& v) {
+        if (bytes(v)) return;
+        // Elements of a plain list stay plain whatever the form of single transforms.
+        ValueFormat plain;
+        Printer(out_, names_, plain).list("ListTransform", v);
+    }
     void print(const StringList& v) { list("ListString", v); }
     void print(const PluginList& v) { list("ListPlugin", v); }
 
     std::string& out_;
     const PluginNames& names_;
+    const ValueFormat& format_;
 };
 
 }  // namespace
 
+std::string quotedText(std::string_view text) {
+    std::string out;
+    printQuoted(std::string(text), out);
+    return out;
+}
+
 std::string printValue(const Value& value, const PluginNames& names) {
     std::string out;
-    Printer(out, names).value(value);
+    printValue(value, names, ValueFormat{}, out);
     return out;
+}
+
+void printValue(const Value& value, const PluginNames& names, const ValueFormat& format, std::string& out) {
+    Printer(out, names, format).value(value);
 }
 
 }  // namespace tovi::ref::format

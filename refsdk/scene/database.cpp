@@ -243,6 +243,151 @@ SceneStatus SceneDatabase::setValue(ToviPluginID id, std::string_view property, 
     return SceneStatus::Ok;
 }
 
+BatchResult SceneDatabase::checkBatchLocked(SceneBatch& batch, bool replaceScene) const {
+    BatchResult result;
+    std::map<std::string_view, size_t> batchNames;
+    for (size_t index = 0; index < batch.plugins.size(); ++index) {
+        const std::string& name = batch.plugins[index].name;
+        result.plugin = index;
+        if (!batch.plugins[index].pluginClass) return result.status = SceneStatus::ClassNotFound, result;
+        if (!isValidName(name)) return result.status = SceneStatus::InvalidName, result;
+        if ((!replaceScene && byName_.count(name)) || !batchNames.emplace(name, index).second) {
+            return result.status = SceneStatus::NameTaken, result;
+        }
+    }
+    result.plugin = std::string::npos;
+    auto classOf = [&](ToviPluginID id) -> const PluginClass* {
+        if (id & batchPluginFlag) {
+            size_t index = id & ~batchPluginFlag;
+            return index < batch.plugins.size() ? batch.plugins[index].pluginClass : nullptr;
+        }
+        const PluginRecord* record = replaceScene ? nullptr : findLocked(id);
+        return record ? record->pluginClass : nullptr;
+    };
+    for (size_t index = 0; index < batch.assignments.size(); ++index) {
+        auto& assignment = batch.assignments[index];
+        result.assignment = index;
+        const PluginClass* owner = classOf(assignment.plugin);
+        if (!owner) return result.status = SceneStatus::PluginNotFound, result;
+        const PropertyDefinition* definition = assignment.definition;
+        if (!definition || owner->propertyAt(definition->index) != definition) {
+            return result.status = SceneStatus::PropertyNotFound, result;
+        }
+        auto check = [&](Value& value) {
+            auto conformed = conformToType(std::move(value), definition->type, definition->elementsCount);
+            if (!conformed) return false;
+            value = std::move(*conformed);
+            bool valid = true;
+            forEachPluginRef(value, [&](PluginRef& ref) {
+                if (ref.isNone()) return;
+                const PluginClass* target = classOf(ref.id);
+                const PropertyDefinition* output = target && ref.output > 0 ? target->propertyAt(ref.output) : nullptr;
+                valid = valid && target && (ref.output == 0 || (output && isOutput(output->type)));
+            });
+            return valid;
+        };
+        bool valid = true;
+        if (assignment.keyframes.empty()) {
+            valid = check(assignment.value);
+        } else {
+            for (auto& [time, key] : assignment.keyframes) valid = valid && !std::isnan(time) && check(key);
+        }
+        if (!valid) return result.status = SceneStatus::InvalidValue, result;
+    }
+    return BatchResult{};
+}
+
+void SceneDatabase::applyBatchLocked(SceneBatch& batch, bool autoCommit) {
+    std::vector<ToviPluginID> created;
+    created.reserve(batch.plugins.size());
+    for (auto& plugin : batch.plugins) {
+        auto record = std::make_unique<PluginRecord>();
+        record->id = nextID_++;
+        record->name = std::move(plugin.name);
+        record->pluginClass = plugin.pluginClass;
+        record->slots.resize(plugin.pluginClass->propertyCount());
+        created.push_back(record->id);
+        byName_.emplace(record->name, record->id);
+        plugins_.emplace(record->id, std::move(record));
+    }
+    auto real = [&](ToviPluginID id) { return id & batchPluginFlag ? created[id & ~batchPluginFlag] : id; };
+    auto remap = [&](Value& value) { forEachPluginRef(value, [&](PluginRef& ref) { if (!ref.isNone()) ref.id = real(ref.id); }); };
+    for (auto& assignment : batch.assignments) {
+        PropertySlot& slot = findLocked(real(assignment.plugin))->slots[assignment.definition->index];
+        if (assignment.keyframes.empty()) {
+            remap(assignment.value);
+            slot.keyframes.clear();
+            slot.value = std::move(assignment.value);
+            slot.state = PropertyState::NotAnimated;
+            continue;
+        }
+        if (slot.state != PropertyState::Animated) slot.keyframes.clear();
+        for (auto& [time, key] : assignment.keyframes) {
+            remap(key);
+            slot.keyframes[time] = std::move(key);
+        }
+        slot.value = Value();
+        slot.state = PropertyState::Animated;
+    }
+    changedLocked(autoCommit);
+}
+
+BatchResult SceneDatabase::apply(SceneBatch batch, bool replaceScene, bool autoCommit) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    BatchResult result = checkBatchLocked(batch, replaceScene);
+    if (result.status != SceneStatus::Ok) return result;
+    // Only running out of memory can stop the changes now; the scene then goes back to how it was
+    // as far as plugins go.
+    auto oldPlugins = std::move(plugins_);
+    auto oldNames = std::move(byName_);
+    plugins_.clear();
+    byName_.clear();
+    ToviPluginID firstNew = nextID_;
+    if (!replaceScene) {
+        plugins_ = std::move(oldPlugins);
+        byName_ = std::move(oldNames);
+    }
+    try {
+        applyBatchLocked(batch, autoCommit);
+    } catch (...) {
+        if (replaceScene) {
+            plugins_ = std::move(oldPlugins);
+            byName_ = std::move(oldNames);
+        } else {
+            for (auto found = plugins_.lower_bound(firstNew); found != plugins_.end();) {
+                byName_.erase(found->second->name);
+                found = plugins_.erase(found);
+            }
+        }
+        throw;
+    }
+    return result;
+}
+
+std::vector<PluginContents> SceneDatabase::contents(const std::vector<ToviPluginID>* only) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    std::vector<const PluginRecord*> records;
+    if (only) {
+        for (ToviPluginID id : *only) {
+            if (const PluginRecord* record = findLocked(id)) records.push_back(record);
+        }
+    } else {
+        for (const auto& [id, record] : plugins_) records.push_back(record.get());
+    }
+    std::vector<PluginContents> copies;
+    copies.reserve(records.size());
+    for (const PluginRecord* record : records) {
+        PluginContents copy{record->id, record->name, record->pluginClass, {}};
+        for (size_t index = 0; index < record->slots.size(); ++index) {
+            const PropertySlot& slot = record->slots[index];
+            if (slot.state != PropertyState::NotAnimated && slot.state != PropertyState::Animated) continue;
+            copy.properties.push_back({&record->pluginClass->property(index), slot.state, slot.value, slot.keyframes});
+        }
+        copies.push_back(std::move(copy));
+    }
+    return copies;
+}
+
 Value SceneDatabase::valueAt(const PropertySlot& slot, double time) const {
     const auto& keys = slot.keyframes;
     auto after = keys.lower_bound(time);

@@ -32,6 +32,51 @@ enum class SceneStatus {
     InvalidValue,
 };
 
+// One set property of a plugin, as exports read it.
+struct PropertyContents {
+    const PropertyDefinition* definition = nullptr;
+    PropertyState state = PropertyState::NotAnimated;
+    Value value;                        // when not animated
+    std::map<double, Value> keyframes;  // when animated
+};
+
+// A plugin with every property that holds a value of its own (defaults are left out).
+struct PluginContents {
+    ToviPluginID id = TOVI_NO_PLUGIN;
+    std::string name;
+    const PluginClass* pluginClass = nullptr;
+    std::vector<PropertyContents> properties;
+};
+
+// Changes made together, as a scene file makes them: new plugins and values, checked as a whole
+// before any of them is applied. Values may refer to the batch's own new plugins by
+// batchPluginID(index of the new plugin).
+struct SceneBatch {
+    struct NewPlugin {
+        std::string name;
+        const PluginClass* pluginClass = nullptr;
+    };
+    struct Assignment {
+        ToviPluginID plugin = TOVI_NO_PLUGIN;  // an existing plugin or batchPluginID(index)
+        const PropertyDefinition* definition = nullptr;
+        // Keys at their times when there are any (the property becomes or stays animated, and
+        // keys at other times stay); otherwise the plain value.
+        std::map<double, Value> keyframes;
+        Value value;
+    };
+    std::vector<NewPlugin> plugins;
+    std::vector<Assignment> assignments;
+};
+constexpr ToviPluginID batchPluginFlag = 1ull << 62;
+inline ToviPluginID batchPluginID(size_t index) { return batchPluginFlag | index; }
+
+struct BatchResult {
+    SceneStatus status = SceneStatus::Ok;
+    // What failed: an index into the batch's plugins or assignments, or npos.
+    size_t plugin = std::string::npos;
+    size_t assignment = std::string::npos;
+};
+
 // A value read from the scene, with what it came from.
 struct PropertyRead {
     SceneStatus status = SceneStatus::PluginNotFound;
@@ -68,6 +113,9 @@ public:
     // replacement has one, else at the replacement itself.
     SceneStatus replacePlugin(ToviPluginID id, ToviPluginID replacement, bool autoCommit);
     void clear(bool autoCommit);
+    // Applies the whole batch or, when any name or value of it is refused, nothing.
+    // replaceScene: the batch's plugins replace every plugin of the scene.
+    BatchResult apply(SceneBatch batch, bool replaceScene, bool autoCommit);
 
     bool pluginExists(ToviPluginID id) const;
     // TOVI_NO_PLUGIN when there is no plugin of that name.
@@ -94,6 +142,9 @@ public:
     PropertyState propertyState(ToviPluginID id, std::string_view property) const;
     // Nothing when plugin or property is missing; empty when the property is not animated.
     std::optional<std::vector<double>> keyframeTimes(ToviPluginID id, std::string_view property) const;
+    // Copies of the plugins in creation order, taken at one moment; only those of `only` that
+    // exist when it is given.
+    std::vector<PluginContents> contents(const std::vector<ToviPluginID>* only = nullptr) const;
 
     // ---- references ----
     // The references made by the plugin's current values, property by property and list item by
@@ -134,6 +185,8 @@ private:
     PluginRecord* findLocked(ToviPluginID id) const;
     SceneStatus checkNewName(std::string_view name) const;
     bool referencesAreValid(Value& value) const;
+    BatchResult checkBatchLocked(SceneBatch& batch, bool replaceScene) const;
+    void applyBatchLocked(SceneBatch& batch, bool autoCommit);
     Value valueAt(const PropertySlot& slot, double time) const;
     // The value a property holds at the current time; nothing when it holds none.
     std::optional<Value> currentValueLocked(const PluginRecord& record, size_t index) const;
