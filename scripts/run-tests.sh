@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Sets up the machine, builds everything and runs every test: the reference SDK's GoogleTest
-# suite, then the Python suite on each interpreter.
+# suite, the scene reader's fuzz target for a minute, then the Python suite on each interpreter.
 set -uo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/setup.sh || exit 1
@@ -12,6 +12,7 @@ cmake --build "$build" || exit 1
 
 status=0
 ctest --test-dir "$build" --output-on-failure || status=1
+bash tests/fuzz/run.sh || status=1
 for minor in ${TOVI_PYTHONS:-3.12 3.11}; do
     echo "== pytest on CPython $minor"
     TOVI_TEST_BUILD="$PWD/$build" ".venv-$minor/bin/python" -m pytest tests/python -q -p no:cacheprovider || status=1

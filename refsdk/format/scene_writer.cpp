@@ -180,7 +180,7 @@ class Writer {
 public:
     Writer(const SceneDatabase& scene, const ExportSettings& settings, SideDataFiles* sideData, CopiedFiles* files,
            bool keysOnly)
-        : scene_(scene), settings_(settings), names_(scene), files_(files), keysOnly_(keysOnly), now_(scene.currentTime()) {
+        : settings_(settings), names_(scene), files_(files), keysOnly_(keysOnly), now_(scene.currentTime()) {
         format_ = settings.values;
         format_.sideData = sideData;
     }
@@ -267,7 +267,6 @@ private:
         return path;
     }
 
-    const SceneDatabase& scene_;
     const ExportSettings& settings_;
     ExportNames names_;
     ValueFormat format_;

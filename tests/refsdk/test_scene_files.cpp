@@ -429,3 +429,17 @@ TEST(SceneFiles, ExportOptionsShapeTheFiles) {
     EXPECT_NE(readFile(folder.file("based.tvscene")).find("file = \"wood.png\";"), std::string::npos);
     EXPECT_EQ(exportScene(scene, (folder.path / "no" / "such" / "x.tvscene").string(), based)->code, errorFileWrite);
 }
+
+TEST(SceneFiles, TheDocumentedExamplesLoad) {
+    std::string page = readFile(std::string(TOVI_SOURCE_DIR) + "/docs/tvscene-format.md");
+    int examples = 0;
+    for (size_t start = page.find("```tvscene\n"); start != std::string::npos; start = page.find("```tvscene\n", start)) {
+        start += 11;
+        size_t end = page.find("```", start);
+        SceneDatabase scene(catalogue(), false);
+        auto error = loadText(scene, page.substr(start, end - start));
+        EXPECT_FALSE(error) << error->message << " at line " << error->line;
+        ++examples;
+    }
+    EXPECT_EQ(examples, 3);
+}
