@@ -11,6 +11,7 @@
 #include "plugins/categories.h"
 #include "plugins/plugin_class.h"
 #include "plugins/plugins_collection.h"
+#include "renderer/scene_files.h"
 
 namespace tovi {
 
@@ -277,6 +278,7 @@ PyMethodDef rendererMethods[] = {
     {"__enter__", rendererEnter, METH_NOARGS, "__enter__(self) -> Renderer\nTovi Renderer context guard."},
     {"__exit__", rendererExit, METH_VARARGS, "__exit__(self) -> None\nTovi Renderer finalizer."},
     {"getInstanceHandle", getInstanceHandle, METH_NOARGS, nullptr},
+    TOVI_SCENE_FILE_METHODS
     {nullptr, nullptr, 0, nullptr},
 };
 
