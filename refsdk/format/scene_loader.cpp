@@ -98,9 +98,11 @@ public:
     bool read(std::string_view text, SceneBatch::Assignment& assignment) {
         size_t position = 0;
         skipSpace(text, position);
-        size_t afterWord = position;
-        if (text.compare(position, 11, "interpolate") == 0 && takeChar(text, afterWord = position + 11, '(')) {
-            position = afterWord;
+        constexpr std::string_view keyword = "interpolate";
+        size_t afterKeyword = position + keyword.size();
+        // A plugin named "interpolate" stays a plugin name: only the word and '(' make keyframes.
+        if (text.compare(position, keyword.size(), keyword) == 0 && takeChar(text, afterKeyword, '(')) {
+            position = afterKeyword;
             if (!keyframes(text, position, assignment.keyframes)) return false;
         } else {
             auto value = oneValue(text, position);

@@ -101,7 +101,8 @@ def test_load_errors_name_the_file_and_line(renderer, tmp_path):
     assert names(renderer) == ["first", "from_lib", "good"]
 
 
-def test_the_filter_decides_through_the_renderers_thread_state(renderer, capsys):
+def test_the_filter_decides_through_the_renderers_thread_state(sdk, renderer, capsys):
+    blocks = sdk.live("blocks")
     calls = []
     loader = threading.get_ident()
 
@@ -130,6 +131,8 @@ def test_the_filter_decides_through_the_renderers_thread_state(renderer, capsys)
     assert names(renderer) == before
     renderer.appendAsTextFiltered(["Node extra { }"], lambda r, kind, name: name + "_2")
     assert "extra_2" in names(renderer)
+    # The SDK freed every new name the filter handed it.
+    assert sdk.live("blocks") == blocks
 
 
 PROPERTIES = None

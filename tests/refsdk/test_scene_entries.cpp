@@ -415,3 +415,29 @@ TEST(RendererLifetime, OptionsReferencesAndUserData) {
     EXPECT_EQ(Tovi_ToviRenderer_release(nullptr), -1);
     resetTestControl();
 }
+
+TEST_F(SceneEntries, SceneBuffersAndTheParserErrorEntries) {
+    // Buffers need no terminating zero: the text ends where its size says.
+    const char text[] = "Node a { }Node cut_off { }";
+    ASSERT_EQ(Tovi_ToviRenderer_loadAsBuffer(renderer, text, 10, 1), 0);
+    EXPECT_NE(Tovi_ToviRenderer_getPluginID(renderer, "a"), TOVI_NO_PLUGIN);
+    EXPECT_EQ(Tovi_ToviRenderer_getPluginID(renderer, "cut_off"), TOVI_NO_PLUGIN);
+    EXPECT_EQ(Tovi_ToviRenderer_getLastParserErrorFileLine(renderer), 0);
+
+    const char* buffers[] = {"Node b { }", "Node c {\n  visible = maybe;\n}"};
+    const size_t sizes[] = {std::strlen(buffers[0]), std::strlen(buffers[1])};
+    ASSERT_LT(Tovi_ToviRenderer_appendMultiAsBuffer(renderer, buffers, sizes, 2, 1), 0);
+    EXPECT_EQ(Tovi_ToviRenderer_getPluginID(renderer, "b"), TOVI_NO_PLUGIN);
+    EXPECT_EQ(Tovi_ToviRenderer_getLastErrorCode(renderer), 10);
+    ToviCharString file{}, message{};
+    ASSERT_EQ(Tovi_ToviRenderer_getLastParserErrorFileName(renderer, &file), 0);
+    ASSERT_EQ(Tovi_ToviRenderer_getLastParserErrorText(renderer, &message), 0);
+    EXPECT_STREQ(getCharStringContent(&file), "<text 2>");
+    EXPECT_EQ(Tovi_ToviRenderer_getLastParserErrorFileLine(renderer), 2);
+    EXPECT_STREQ(getCharStringContent(&message), "no plugin named 'maybe'");
+    releaseCharString(&file);
+    releaseCharString(&message);
+    // The next load starts without a parse error.
+    ASSERT_EQ(Tovi_ToviRenderer_appendAsText(renderer, "Node d { }", 1), 0);
+    EXPECT_LT(Tovi_ToviRenderer_getLastParserErrorFileName(renderer, &file), 0);
+}
