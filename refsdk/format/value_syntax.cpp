@@ -40,7 +40,8 @@ std::optional<Number> readNumber(std::string_view word) {
     auto [integerEnd, integerError] = std::from_chars(digits.data(), end, number.integer);
     if (integerError == std::errc() && integerEnd == end) {
         number.integral = true;
-        number.real = static_cast<double>(number.integer);
+        // "-0" is an integer, and where a real number is read it keeps its sign.
+        number.real = number.integer == 0 && digits.front() == '-' ? -0.0 : static_cast<double>(number.integer);
         return number;
     }
     auto [realEnd, realError] = std::from_chars(digits.data(), end, number.real);

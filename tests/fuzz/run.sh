@@ -11,7 +11,8 @@ CC=clang CXX=clang++ cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithD
     -DTOVI_BUILD_MODULE=OFF -DTOVI_BUILD_FUZZ=ON -DCMAKE_C_FLAGS="$sanitizers" -DCMAKE_CXX_FLAGS="$sanitizers" >/dev/null
 cmake --build "$build" --target scene_reader_fuzz
 
-# The seeds: every ```tvscene example of the format's page, one file each.
+# The seeds: every ```tvscene example of the format's page, one file each, and the inputs of
+# earlier findings (tests/fuzz/regressions/).
 seeds=$build/seeds
 rm -rf "$seeds" && mkdir -p "$seeds" "$build/corpus"
 awk -v dir="$seeds" '/^```tvscene$/ {n++; file=dir "/example" n ".tvscene"; next}
@@ -22,7 +23,7 @@ awk -v dir="$seeds" '/^```tvscene$/ {n++; file=dir "/example" n ".tvscene"; next
 echo "== fuzzing the scene reader for ${seconds}s"
 set +e
 "$build/tests/fuzz/scene_reader_fuzz" -max_total_time="$seconds" -max_len=16384 -timeout=10 -rss_limit_mb=2048 \
-    -dict=tests/fuzz/tvscene.dict -print_final_stats=1 -artifact_prefix="$build/" "$build/corpus" "$seeds" \
+    -dict=tests/fuzz/tvscene.dict -print_final_stats=1 -artifact_prefix="$build/" "$build/corpus" "$seeds" tests/fuzz/regressions \
     >"$build/fuzz.log" 2>&1
 status=$?
 set -e

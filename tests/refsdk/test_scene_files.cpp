@@ -93,7 +93,7 @@ std::optional<LoadError> loadText(SceneDatabase& scene, const std::string& text,
 Value sample(const PropertyDefinition& definition, int step, const PluginRef& texture, const PluginRef& output) {
     float f = 0.1f + static_cast<float>(step);
     TransformValue transform{{{{f, 0.2f, -0.3f}, {0.0f, 1.0f / 3.0f, 0.0f}, {1e-40f, 0.0f, -0.0f}}},
-                             {100000.123456789 + step, -2.5e-7, 3.0}};
+                             {100000.123456789 + step, -2.5e-7, -0.0}};
     auto scalar = [&](PropertyType type, int index) -> Value {
         switch (type) {
             case PropertyType::Int: return int32_t(-7 + step + index);
