@@ -14,6 +14,7 @@
 #include "core/memory.h"
 #include "core/text.h"
 #include "format/class_definitions.h"
+#include "format/scene_names.h"
 #include "format/value_syntax.h"
 #include "scene/catalogue.h"
 #include "scene/categories.h"
@@ -69,31 +70,6 @@ int setterResult(ToviRenderer& renderer, SceneStatus status) {
     }
 }
 
-// Plugin names of one renderer's scene, for the text forms of values.
-class SceneNames : public format::PluginNames {
-public:
-    explicit SceneNames(const SceneDatabase& scene) : scene_(scene) {}
-
-    std::optional<PluginRef> resolve(std::string_view plugin, std::string_view output) const override {
-        ToviPluginID id = scene_.findPlugin(plugin);
-        if (id == TOVI_NO_PLUGIN) return std::nullopt;
-        if (output.empty()) return PluginRef{id, 0};
-        const PropertyDefinition* definition = scene_.findProperty(id, output);
-        if (!definition || !isOutput(definition->type)) return std::nullopt;
-        return PluginRef{id, definition->index};
-    }
-
-    std::optional<std::pair<std::string, std::string>> names(const PluginRef& ref) const override {
-        auto name = scene_.copyPluginName(ref.id);
-        const PluginClass* pluginClass = scene_.pluginClass(ref.id);
-        if (!name || !pluginClass) return std::nullopt;
-        const PropertyDefinition* output = ref.output > 0 ? pluginClass->propertyAt(ref.output) : nullptr;
-        return std::make_pair(std::move(*name), output ? output->name : std::string());
-    }
-
-private:
-    const SceneDatabase& scene_;
-};
 
 std::string hexOf(const uint8_t* bytes, size_t size) {
     static const char digits[] = "0123456789abcdef";
@@ -142,7 +118,7 @@ int setBytes(ToviRenderer& renderer, ToviPluginID id, const char* property, cons
                 {{"pluginID", id},
                  {"property", textOrNull(property)},
                  {"stream", stream ? nlohmann::json(hexOf(stream, value ? cursor - stream : 4)) : nlohmann::json()},
-                 {"value", value ? nlohmann::json(format::printValue(*value, SceneNames(renderer.scene))) : nlohmann::json()},
+                 {"value", value ? nlohmann::json(format::printValue(*value, format::SceneNames(renderer.scene))) : nlohmann::json()},
                  {"timeBits", timeBits(time)},
                  {"autoCommit", autoCommit}});
     if (!property) return setterResult(renderer, SceneStatus::PropertyNotFound);
@@ -167,7 +143,7 @@ int setText(ToviRenderer& renderer, ToviPluginID id, const char* property, const
                                                                        : SceneStatus::PluginNotFound);
     }
     if (!text) return setterResult(renderer, SceneStatus::InvalidValue);
-    auto value = format::parseValue(text, definition->type, SceneNames(renderer.scene));
+    auto value = format::parseValue(text, definition->type, format::SceneNames(renderer.scene));
     if (!value) return setterResult(renderer, SceneStatus::InvalidValue);
     return setterResult(renderer, renderer.scene.setValue(id, property, std::move(*value), time, autoCommit != 0));
 }
@@ -197,7 +173,7 @@ char* readText(ToviRenderer& renderer, ToviPluginID id, const char* property, do
     PropertyRead read = renderer.scene.getValue(id, property, time);
     if (noted(renderer, read.status) != SceneStatus::Ok) return nullptr;
     // A property without a value reads as an empty text.
-    return textBlock(read.value ? format::printValue(*read.value, SceneNames(renderer.scene)) : std::string());
+    return textBlock(read.value ? format::printValue(*read.value, format::SceneNames(renderer.scene)) : std::string());
 }
 
 int runtimeType(ToviRenderer& renderer, ToviPluginID id, const char* property) {

@@ -1,5 +1,7 @@
 #include "format/scene_writer.h"
 
+#include "format/scene_names.h"
+
 #include <cmath>
 #include <cstdio>
 #include <ctime>
@@ -30,24 +32,6 @@ bool isNameChar(char c) {
            c == '_';
 }
 
-// Names of references, as the scene has them now.
-class ExportNames : public PluginNames {
-public:
-    explicit ExportNames(const SceneDatabase& scene) : scene_(scene) {}
-
-    std::optional<PluginRef> resolve(std::string_view, std::string_view) const override { return std::nullopt; }
-
-    std::optional<std::pair<std::string, std::string>> names(const PluginRef& ref) const override {
-        auto name = scene_.copyPluginName(ref.id);
-        const PluginClass* pluginClass = scene_.pluginClass(ref.id);
-        if (!name || !pluginClass) return std::nullopt;
-        const PropertyDefinition* output = ref.output > 0 ? pluginClass->propertyAt(ref.output) : nullptr;
-        return std::make_pair(std::move(*name), output ? output->name : std::string());
-    }
-
-private:
-    const SceneDatabase& scene_;
-};
 
 // Side data files "<stem>_<n>.tvdata" beside the scene, filled in order.
 class SideDataFiles : public SideDataWriter {
@@ -268,7 +252,7 @@ private:
     }
 
     const ExportSettings& settings_;
-    ExportNames names_;
+    SceneNames names_;
     ValueFormat format_;
     CopiedFiles* files_;
     bool keysOnly_;
