@@ -1,6 +1,5 @@
 // The image services for other parts of the module: the wrapper that renderer events and images
 // use, and CompressedImage's element kinds (every encoding method hands out bytes).
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -12,16 +11,9 @@
 namespace tovi {
 namespace {
 
+using testing::liveBlocks;
 using testing::namespaceWith;
 using testing::run;
-
-long long liveBlocks() {
-    static auto* count = [] {
-        void* library = dlopen(TOVI_TEST_SDK_FOLDER "/libToviSDKLibrary.so", RTLD_NOW | RTLD_NOLOAD);
-        return reinterpret_cast<long long (*)(const char*)>(library ? dlsym(library, "ToviRef_liveCount") : nullptr);
-    }();
-    return count ? count("blocks") : -1;
-}
 
 // A memoryview over 8 SDK bytes 0xFF, 0xFE, ... exported with the given element kind: its format,
 // item size, length, read-only flag and the first item.

@@ -1,5 +1,4 @@
 // Typed-list services and value builders that other parts of the module use on SDK memory.
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -14,17 +13,10 @@
 namespace tovi {
 namespace {
 
+using testing::liveBlocks;
 using testing::namespaceWith;
 using testing::raisedText;
 using testing::run;
-
-long long liveBlocks() {
-    static auto* count = [] {
-        void* library = dlopen(TOVI_TEST_SDK_FOLDER "/libToviSDKLibrary.so", RTLD_NOW | RTLD_NOLOAD);
-        return reinterpret_cast<long long (*)(const char*)>(library ? dlsym(library, "ToviRef_liveCount") : nullptr);
-    }();
-    return count ? count("blocks") : -1;
-}
 
 TEST(ReadOnlyView, SharesTheOwnersMemoryAndRefusesSizeChanges) {
     PyRef owner(PyByteArray_FromStringAndSize(nullptr, 12));

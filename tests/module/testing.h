@@ -4,6 +4,8 @@
 #define PY_SSIZE_T_CLEAN
 #include <Python.h>
 
+#include <dlfcn.h>
+
 #include <string>
 
 #include "core/marshal.h"
@@ -11,6 +13,15 @@
 namespace tovi::testing {
 
 extern PyObject* module;
+
+// The reference SDK's count of live allocator blocks; -1 when the library cannot be asked.
+inline long long liveBlocks() {
+    static auto* count = [] {
+        void* library = dlopen(TOVI_TEST_SDK_FOLDER "/libToviSDKLibrary.so", RTLD_NOW | RTLD_NOLOAD);
+        return reinterpret_cast<long long (*)(const char*)>(library ? dlsym(library, "ToviRef_liveCount") : nullptr);
+    }();
+    return count ? count("blocks") : -1;
+}
 
 // Runs Python code with `names` as its globals; the value of the last expression statement is
 // bound to `result` by the code itself. Fails the test on an exception.
